@@ -1,0 +1,51 @@
+// A generic modal pick-one-row list over a dataset of the calling dialog.
+#pragma once
+
+#include "plugin/KelForms.h"
+
+class QTableWidget;
+class QPushButton;
+
+namespace kel {
+
+class TKelQuery;
+
+class TDataSelectFrm : public TKelDllDBDlgFrm {
+  Q_OBJECT
+ public:
+  static constexpr int kColumnCount = 4;
+
+  explicit TDataSelectFrm(QWidget* owner);
+
+  // Binds the grid to the caller's opened query; the query's current record follows the
+  // grid's focused row. Null unbinds.
+  void Bind(TKelQuery* dataset);
+  // Shows column `index` (0..3) with the field `fieldName` under `caption`.
+  void SetColumn(int index, const QString& fieldName, const QString& caption);
+  void HideColumn(int index);
+  QTableWidget* DataGrd() const { return FGrid; }
+  void SetFocusedRow(int row);
+
+ public slots:
+  void DataGrdDBTableViewDblClick();
+
+ protected:
+  void KelDllDBDlgFrmKeyDown(QKeyEvent* event) override;
+  bool KelDllDBDlgFrmClose() override { return true; }
+
+ private:
+  void Refill();
+  void SyncRecord();
+
+  QTableWidget* FGrid;
+  QPushButton* FOkBtn;
+  QPushButton* FCancelBtn;
+  TKelQuery* FDataset = nullptr;
+  QString FFields[kColumnCount];
+  bool FShownColumn[kColumnCount] = {};
+};
+
+// The module-wide picker reference: each pick creates a fresh picker here and clears it after.
+extern TDataSelectFrm* DataSelectFrm;
+
+}  // namespace kel

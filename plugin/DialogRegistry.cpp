@@ -1,0 +1,9 @@
+// Every dialog of the module, by object-type word.
+#include "plugin/Dispatch.h"
+
+namespace kel {
+
+void RegisterDialogs() {
+}
+
+}  // namespace kel

@@ -1,0 +1,36 @@
+#include "plugin/KelEditor.h"
+
+#include <Qsci/qscilexersql.h>
+
+#include <QFile>
+
+#include "plugin/KelHost.h"
+
+namespace kel {
+
+TKelEditor::TKelEditor(QWidget* parent) : QsciScintilla(parent) {
+  setUtf8(true);
+  setTabWidth(4);
+  setEolMode(QsciScintilla::EolWindows);
+}
+
+void TKelEditor::SaveFile(const QString& fileName) const {
+  QFile f(fileName);
+  if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    throw EKelError(QStringLiteral("Cannot write %1: %2").arg(fileName, f.errorString()));
+  f.write(text().toUtf8());
+}
+
+void TKelEditor::PlSqlEditor() {
+  auto* lexer = new QsciLexerSQL(this);
+  lexer->setFoldComments(true);
+  setLexer(lexer);
+  setTabWidth(4);
+  setMarginType(0, QsciScintilla::NumberMargin);
+  setMarginWidth(0, 42);
+  setMarginLineNumbers(0, true);
+  setBraceMatching(QsciScintilla::SloppyBraceMatch);
+  setAutoIndent(true);
+}
+
+}  // namespace kel

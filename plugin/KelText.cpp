@@ -1,0 +1,92 @@
+#include "plugin/KelText.h"
+
+#include <cmath>
+
+#include "plugin/KelHost.h"
+
+namespace kel {
+
+namespace {
+bool IsBlank(QChar c) { return c.unicode() <= u' '; }
+}  // namespace
+
+QString Trim(const QString& s) {
+  qsizetype b = 0, e = s.size();
+  while (b < e && IsBlank(s[b])) ++b;
+  while (e > b && IsBlank(s[e - 1])) --e;
+  return s.mid(b, e - b);
+}
+
+QString TrimLeft(const QString& s) {
+  qsizetype b = 0;
+  while (b < s.size() && IsBlank(s[b])) ++b;
+  return s.mid(b);
+}
+
+QString TrimRight(const QString& s) {
+  qsizetype e = s.size();
+  while (e > 0 && IsBlank(s[e - 1])) --e;
+  return s.left(e);
+}
+
+QString TrimName(const QString& caption) {
+  QString out;
+  out.reserve(caption.size());
+  for (qsizetype i = 0; i < caption.size(); ++i) {
+    if (caption[i] == u'&') {
+      if (i + 1 < caption.size() && caption[i + 1] == u'&') {
+        out += u'&';
+        ++i;
+      }
+      continue;
+    }
+    out += caption[i];
+  }
+  out = Trim(out);
+  while (out.endsWith(u':')) out = Trim(out.chopped(1));
+  return out;
+}
+
+QString AddDQ(const QString& name) { return u'"' + name + u'"'; }
+
+bool StrToBool(const QString& text) {
+  const QString t = Trim(text);
+  if (t.compare(u"true", Qt::CaseInsensitive) == 0) return true;
+  if (t.compare(u"false", Qt::CaseInsensitive) == 0) return false;
+  bool ok = false;
+  const double v = t.toDouble(&ok);
+  if (ok) return v != 0;
+  throw EKelError(QStringLiteral("'%1' is not a valid boolean value").arg(text));
+}
+
+QString BoolToStr(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
+
+QString UnitFormat(double value, int number, int unitType, int flags) {
+  (void)flags;
+  static const char* const kUnits[] = {"", "K", "M", "G"};
+  const int unit = unitType < 0 ? 0 : (unitType > 3 ? 3 : unitType);
+  const double scaled = value / std::pow(1024.0, unit);
+  return QString::number(scaled, 'f', number < 0 ? 0 : number) + QLatin1String(kUnits[unit]);
+}
+
+QString QuoteSql(const QString& text) {
+  QString out = text;
+  out.replace(u'\'', QStringLiteral("''"));
+  return out;
+}
+
+QString TSqlMemo::Text() const {
+  QString out;
+  for (const QString& line : FLines) {
+    out += line;
+    out += CRLF;
+  }
+  return out;
+}
+
+void TSqlMemo::SetText(const QString& text) {
+  FLines = text.split(CRLF);
+  if (!FLines.isEmpty() && FLines.last().isEmpty()) FLines.removeLast();
+}
+
+}  // namespace kel

@@ -1,0 +1,316 @@
+#include "plugin/KelTreeList.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QSpinBox>
+#include <QStyledItemDelegate>
+
+namespace kel {
+
+namespace {
+constexpr int kValueRole = Qt::UserRole + 1;  // the cell's string
+}
+
+class TKelTreeDelegate : public QStyledItemDelegate {
+ public:
+  explicit TKelTreeDelegate(TKelTreeList* list) : QStyledItemDelegate(list), FList(list) {}
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                        const QModelIndex& index) const override {
+    const TKelTreeColumn& c = FList->Column(index.column());
+    if (!c.Editable || c.Editor == TCellEditor::Check) return nullptr;
+    switch (c.Editor) {
+      case TCellEditor::PickList: {
+        auto* cb = new QComboBox(parent);
+        cb->addItems(c.Items);
+        cb->setMaxVisibleItems(15);
+        return cb;
+      }
+      case TCellEditor::Spin: {
+        auto* sp = new QSpinBox(parent);
+        sp->setRange(c.Min, c.Max);
+        return sp;
+      }
+      default:
+        return new QLineEdit(parent);
+    }
+  }
+
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+    const QString v = index.data(kValueRole).toString();
+    if (auto* cb = qobject_cast<QComboBox*>(editor))
+      cb->setCurrentIndex(cb->findText(v));
+    else if (auto* sp = qobject_cast<QSpinBox*>(editor))
+      sp->setValue(v.toInt());
+    else if (auto* le = qobject_cast<QLineEdit*>(editor))
+      le->setText(v);
+  }
+
+  void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const override {
+    QString v;
+    if (auto* cb = qobject_cast<QComboBox*>(editor))
+      v = cb->currentText();
+    else if (auto* sp = qobject_cast<QSpinBox*>(editor))
+      v = sp->cleanText().isEmpty() ? QString() : QString::number(sp->value());
+    else if (auto* le = qobject_cast<QLineEdit*>(editor))
+      v = le->text();
+    if (v != index.data(kValueRole).toString()) FList->CommitCell(index.row(), index.column(), v);
+  }
+
+  bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+    const TKelTreeColumn& c = FList->Column(index.column());
+    if (c.Editor == TCellEditor::Check && event->type() == QEvent::MouseButtonRelease) {
+      if (c.Editable) {
+        const bool on = index.data(kValueRole).toString() == QLatin1String("True");
+        FList->CommitCell(index.row(), index.column(), on ? "False" : "True");
+      }
+      return true;
+    }
+    return QStyledItemDelegate::editorEvent(event, model, option, index);
+  }
+
+ protected:
+  bool eventFilter(QObject* editor, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress) {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab) {
+        auto* w = static_cast<QWidget*>(editor);
+        emit commitData(w);
+        emit closeEditor(w, QAbstractItemDelegate::EditNextItem);
+        return true;
+      }
+    }
+    return QStyledItemDelegate::eventFilter(editor, event);
+  }
+
+ private:
+  TKelTreeList* FList;
+};
+
+TKelTreeList::TKelTreeList(QWidget* parent) : QTreeWidget(parent) {
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setSortingEnabled(false);
+  setAllColumnsShowFocus(false);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                  QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
+  setItemDelegate(new TKelTreeDelegate(this));
+  header()->setSectionsMovable(false);
+  setColumnCount(0);
+  connect(this, &QTreeWidget::currentItemChanged, this,
+          [this](QTreeWidgetItem* cur, QTreeWidgetItem*) {
+            emit FocusedRowChanged(cur ? indexOfTopLevelItem(cur) : -1);
+          });
+  connect(this, &QTreeWidget::itemDoubleClicked, this,
+          [this](QTreeWidgetItem* item, int) { emit RowDoubleClicked(indexOfTopLevelItem(item)); });
+}
+
+int TKelTreeList::AddColumn(const TKelTreeColumn& column) {
+  FColumns.append(column);
+  const int n = int(FColumns.size());
+  setColumnCount(n);
+  QStringList captions;
+  for (const TKelTreeColumn& c : FColumns) captions << c.Caption;
+  setHeaderLabels(captions);
+  setColumnWidth(n - 1, column.Width);
+  setColumnHidden(n - 1, !column.Visible);
+  for (int r = 0; r < RowCount(); ++r) SetCell(r, n - 1, QString());
+  return n - 1;
+}
+
+int TKelTreeList::ColumnByName(const QString& name) const {
+  for (int i = 0; i < FColumns.size(); ++i)
+    if (FColumns[i].Name == name) return i;
+  return -1;
+}
+
+void TKelTreeList::SetColumnVisible(int col, bool visible) {
+  FColumns[col].Visible = visible;
+  setColumnHidden(col, !visible);
+}
+
+int TKelTreeList::AddRow() { return InsertRow(RowCount()); }
+
+int TKelTreeList::InsertRow(int row) {
+  auto* item = new QTreeWidgetItem();
+  item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable);
+  insertTopLevelItem(row, item);
+  for (int c = 0; c < ColumnCount(); ++c) {
+    item->setData(c, kValueRole, QString());
+    RefreshCell(item, c);
+  }
+  emit RowsChanged();
+  return row;
+}
+
+void TKelTreeList::DeleteRow(int row) {
+  if (row < 0 || row >= RowCount()) return;
+  delete takeTopLevelItem(row);
+  emit RowsChanged();
+}
+
+void TKelTreeList::ClearRows() {
+  if (RowCount() == 0) return;
+  clear();
+  emit RowsChanged();
+}
+
+QString TKelTreeList::Cell(int row, int col) const {
+  const QTreeWidgetItem* item = topLevelItem(row);
+  return item && col >= 0 && col < ColumnCount() ? item->data(col, kValueRole).toString()
+                                                 : QString();
+}
+
+void TKelTreeList::SetCell(int row, int col, const QString& value) {
+  QTreeWidgetItem* item = topLevelItem(row);
+  if (!item || col < 0 || col >= ColumnCount()) return;
+  item->setData(col, kValueRole, value);
+  RefreshCell(item, col);
+}
+
+QStringList TKelTreeList::RowCells(int row) const {
+  QStringList out;
+  for (int c = 0; c < ColumnCount(); ++c) out << Cell(row, c);
+  return out;
+}
+
+void TKelTreeList::RefreshCell(QTreeWidgetItem* item, int col) {
+  const QString v = item->data(col, kValueRole).toString();
+  if (FColumns[col].Editor == TCellEditor::Check) {
+    item->setData(col, Qt::CheckStateRole, v == QLatin1String("True") ? Qt::Checked : Qt::Unchecked);
+    item->setData(col, Qt::DisplayRole, QString());
+  } else {
+    item->setData(col, Qt::DisplayRole, v);
+  }
+}
+
+int TKelTreeList::FocusedRow() const {
+  QTreeWidgetItem* item = currentItem();
+  return item ? indexOfTopLevelItem(item) : -1;
+}
+
+void TKelTreeList::SetFocusedRow(int row) {
+  QTreeWidgetItem* item = topLevelItem(row);
+  if (!item) return;
+  const int col = currentColumn() < 0 ? 0 : currentColumn();
+  setCurrentItem(item, col);
+}
+
+QList<int> TKelTreeList::SelectedRows() const {
+  QList<int> rows;
+  for (QTreeWidgetItem* item : selectedItems()) rows << indexOfTopLevelItem(item);
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+void TKelTreeList::SelectRows(const QList<int>& rows) {
+  clearSelection();
+  for (int r : rows)
+    if (QTreeWidgetItem* item = topLevelItem(r)) item->setSelected(true);
+  if (!rows.isEmpty())
+    if (QTreeWidgetItem* item = topLevelItem(rows.first()))
+      setCurrentItem(item, 0, QItemSelectionModel::NoUpdate);
+}
+
+bool TKelTreeList::EditCell(int row, int col, const QString& value, QString* why) {
+  auto fail = [why](const QString& reason) {
+    if (why) *why = reason;
+    return false;
+  };
+  if (row < 0 || row >= RowCount()) return fail(QStringLiteral("no row %1").arg(row));
+  if (col < 0 || col >= ColumnCount()) return fail(QStringLiteral("no column %1").arg(col));
+  const TKelTreeColumn& c = FColumns[col];
+  if (!c.Visible || !c.Editable)
+    return fail(QStringLiteral("column \"%1\" cannot be edited").arg(c.Caption));
+  QString v = value;
+  switch (c.Editor) {
+    case TCellEditor::PickList:
+      if (!v.isEmpty() && !c.Items.contains(v))
+        return fail(QStringLiteral("\"%1\" is not in the list of \"%2\"").arg(v, c.Caption));
+      break;
+    case TCellEditor::Spin: {
+      if (v.isEmpty()) break;
+      bool ok = false;
+      const int n = v.toInt(&ok);
+      if (!ok || n < c.Min || n > c.Max)
+        return fail(QStringLiteral("\"%1\" is not a whole number from %2 to %3")
+                        .arg(v)
+                        .arg(c.Min)
+                        .arg(c.Max));
+      v = QString::number(n);
+      break;
+    }
+    case TCellEditor::Check:
+      if (v.compare(u"true", Qt::CaseInsensitive) == 0)
+        v = QStringLiteral("True");
+      else if (v.compare(u"false", Qt::CaseInsensitive) == 0)
+        v = QStringLiteral("False");
+      else
+        return fail(QStringLiteral("a check box takes True or False, not \"%1\"").arg(v));
+      break;
+    case TCellEditor::Text:
+      break;
+  }
+  if (QTreeWidgetItem* item = topLevelItem(row)) setCurrentItem(item, col);
+  CommitCell(row, col, v);
+  return true;
+}
+
+void TKelTreeList::CommitCell(int row, int col, const QString& value) {
+  SetCell(row, col, value);
+  emit EditValueChanged(row, col);
+}
+
+bool TKelTreeList::NextEditableCell(int& row, int& col) const {
+  int r = row, c = col;
+  for (int steps = 0; steps < (RowCount() + 1) * (ColumnCount() + 1); ++steps) {
+    if (++c >= ColumnCount()) {
+      c = 0;
+      if (++r >= RowCount()) return false;
+    }
+    if (FColumns[c].Visible && FColumns[c].Editable) {
+      row = r;
+      col = c;
+      return true;
+    }
+  }
+  return false;
+}
+
+void TKelTreeList::MoveToNextCell() {
+  int row = FocusedRow(), col = currentColumn();
+  if (row < 0) return;
+  if (!NextEditableCell(row, col)) return;
+  setCurrentItem(topLevelItem(row), col);
+  if (FColumns[col].Editor != TCellEditor::Check) editItem(topLevelItem(row), col);
+}
+
+void TKelTreeList::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (state() != QAbstractItemView::EditingState &&
+      (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab)) {
+    MoveToNextCell();
+    return;
+  }
+  if (key == Qt::Key_Space && FocusedRow() >= 0 && currentColumn() >= 0 &&
+      FColumns[currentColumn()].Editor == TCellEditor::Check && FColumns[currentColumn()].Editable) {
+    const int r = FocusedRow(), c = currentColumn();
+    CommitCell(r, c, Cell(r, c) == QLatin1String("True") ? "False" : "True");
+    return;
+  }
+  QTreeWidget::keyPressEvent(event);
+}
+
+void TKelTreeList::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  QTreeWidget::closeEditor(editor, hint == QAbstractItemDelegate::EditNextItem
+                                       ? QAbstractItemDelegate::NoHint
+                                       : hint);
+  if (hint == QAbstractItemDelegate::EditNextItem) MoveToNextCell();
+}
+
+}  // namespace kel

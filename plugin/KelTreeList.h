@@ -1,0 +1,79 @@
+// The tree-list component of the dialogs' grids: string cells, an editor kind per column (text,
+// fixed pick list, spin edit with a range, check box holding "True"/"False"), Enter and Tab move
+// to the next cell, and `EditValueChanged` after every committed edit.
+#pragma once
+
+#include <QStringList>
+#include <QTreeWidget>
+
+namespace kel {
+
+enum class TCellEditor { Text, PickList, Spin, Check };
+
+struct TKelTreeColumn {
+  QString Name;     // the column object's name, e.g. "ColumnTreeColumnType"
+  QString Caption;  // header text
+  TCellEditor Editor = TCellEditor::Text;
+  QStringList Items;  // pick-list items
+  int Min = 0;        // spin range
+  int Max = 0;
+  bool Editable = true;
+  bool Visible = true;
+  int Width = 100;
+};
+
+class TKelTreeList : public QTreeWidget {
+  Q_OBJECT
+ public:
+  explicit TKelTreeList(QWidget* parent = nullptr);
+
+  int AddColumn(const TKelTreeColumn& column);
+  int ColumnCount() const { return int(FColumns.size()); }
+  const TKelTreeColumn& Column(int col) const { return FColumns[col]; }
+  int ColumnByName(const QString& name) const;  // -1 when absent
+  void SetColumnEditable(int col, bool editable) { FColumns[col].Editable = editable; }
+  void SetColumnVisible(int col, bool visible);
+  void SetColumnItems(int col, const QStringList& items) { FColumns[col].Items = items; }
+
+  int RowCount() const { return topLevelItemCount(); }
+  int AddRow();  // appends a row of empty cells, returns its index
+  int InsertRow(int row);
+  void DeleteRow(int row);
+  void ClearRows();
+  QString Cell(int row, int col) const;
+  void SetCell(int row, int col, const QString& value);
+  QStringList RowCells(int row) const;
+
+  int FocusedRow() const;  // -1 when none
+  void SetFocusedRow(int row);
+  int FocusedColumn() const { return currentColumn(); }
+  QList<int> SelectedRows() const;
+  void SelectRows(const QList<int>& rows);
+
+  // Edits a cell as the user would through its editor and commits it: refused (false, with the
+  // reason) when the column is hidden or read-only, a pick-list value is not in the list, or a
+  // spin value is not a whole number within the range.
+  bool EditCell(int row, int col, const QString& value, QString* why = nullptr);
+  // Moves the cell cursor to the next editable cell (Enter and Tab).
+  void MoveToNextCell();
+
+ signals:
+  void EditValueChanged(int row, int column);
+  void FocusedRowChanged(int row);
+  void RowsChanged();
+  void RowDoubleClicked(int row);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+ private:
+  friend class TKelTreeDelegate;
+  void CommitCell(int row, int col, const QString& value);
+  void RefreshCell(QTreeWidgetItem* item, int col);
+  bool NextEditableCell(int& row, int& col) const;
+
+  QList<TKelTreeColumn> FColumns;
+};
+
+}  // namespace kel

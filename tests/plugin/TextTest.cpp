@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include "plugin/KelQuery.h"
+#include "plugin/KelText.h"
+
+using namespace kel;
+
+TEST(Text, TrimStripsControlsAndBlanksOnly) {
+  EXPECT_EQ(Trim(QString("\t\r\n  A B \x01\r")), "A B");
+  EXPECT_EQ(Trim(QString("  ")), "");
+  EXPECT_EQ(TrimRight(QString(" x \r")), " x");
+  EXPECT_EQ(TrimLeft(QString("\r x ")), "x ");
+}
+
+TEST(Text, TrimNameCleansLabelCaptions) {
+  EXPECT_EQ(TrimName("&Table Name :"), "Table Name");
+  EXPECT_EQ(TrimName("Schema :"), "Schema");
+  EXPECT_EQ(TrimName("Define Columns"), "Define Columns");
+  EXPECT_EQ(TrimName("Save && Close:"), "Save & Close");
+}
+
+TEST(Text, StrToBoolAcceptsTheStandardForms) {
+  EXPECT_TRUE(StrToBool("True"));
+  EXPECT_TRUE(StrToBool("true"));
+  EXPECT_TRUE(StrToBool("-1"));
+  EXPECT_FALSE(StrToBool("False"));
+  EXPECT_FALSE(StrToBool("0"));
+  EXPECT_THROW(StrToBool("yes"), EKelError);
+  EXPECT_THROW(StrToBool(""), EKelError);
+}
+
+// The worked example of the statement buffer: fragments with lone CRs, an empty fragment, the
+// text set to its trimmed self plus ";" CR, then a comment line.
+TEST(SqlMemo, KeepsLoneCrsAndSplitsOnlyAtCrLf) {
+  TSqlMemo memo;
+  memo.Add("CREATE TABLE APP.T1 ");
+  memo.Add("(\r  A DATE\r)");
+  memo.Add("");
+  EXPECT_EQ(memo.Text(), "CREATE TABLE APP.T1 \r\n(\r  A DATE\r)\r\n\r\n");
+  memo.SetText(Trim(memo.Text()) + ";" + QChar(CR));
+  ASSERT_EQ(memo.Count(), 2);
+  memo.Add("COMMENT ON TABLE APP.T1 IS 'x';");
+  EXPECT_EQ(memo.Text(),
+            "CREATE TABLE APP.T1 \r\n(\r  A DATE\r);\r\r\nCOMMENT ON TABLE APP.T1 IS 'x';\r\n");
+}
+
+TEST(SqlMemo, FinalCrLfAddsNoEmptyItemButInnerEmptyLinesStay) {
+  TSqlMemo memo;
+  memo.SetText("a\r\n\r\nb\r\n");
+  EXPECT_EQ(memo.Lines(), QStringList({"a", "", "b"}));
+  memo.SetText("a\nb\rc");
+  EXPECT_EQ(memo.Count(), 1);
+  memo.SetText("");
+  EXPECT_TRUE(memo.IsEmpty());
+}
+
+TEST(Query, DeclaredParamsSkipLiteralsCommentsAndDuplicates) {
+  const QString sql =
+      "select ':P_NO' as \"a:P_NO2\" from t -- :P_NO3\n"
+      "where o = :P_OWN and n = :p_seq /* :P_NO4 */ and x = :P_OWN and y = a::b";
+  EXPECT_EQ(TKelQuery::DeclaredParams(sql), QStringList({"P_OWN", "p_seq"}));
+}
+
+namespace {
+class TEchoDB : public TEsDBInfo {
+ public:
+  QString UserName() const override { return "APP"; }
+  QStringList UserList() const override { return {"APP"}; }
+  QString ConnectionName() const override { return "T"; }
+  QString ServerVersion() const override { return ""; }
+  bool PublicLinks() const override { return false; }
+  bool OCIMode() const override { return false; }
+  QString GetSQL(const QString& key) const override {
+    if (key != "K") throw EKelError("no key " + key);
+    return "select :P_A from dual where :P_B is null";
+  }
+  TQueryResult OpenQuery(const QString&, const QString&, const TBindList& binds) override {
+    Binds = binds;
+    return {{"Value", "Other"}, {{"1", "x"}, {"2", "y"}}};
+  }
+  TBindList Binds;
+};
+}  // namespace
+
+TEST(Query, BindsOnlyDeclaredParametersAndReadsFieldsCaseInsensitively) {
+  TEchoDB db;
+  TKelQuery q(&db);
+  q.LoadSQL("K");
+  q.ParamByName("P_A") = "a";
+  q.ParamByName("P_UNUSED") = "u";
+  q.Open();
+  ASSERT_EQ(db.Binds.size(), 2);
+  EXPECT_EQ(db.Binds[0].first, "P_A");
+  EXPECT_EQ(db.Binds[0].second.toString(), "a");
+  EXPECT_EQ(db.Binds[1].first, "P_B");
+  EXPECT_TRUE(db.Binds[1].second.isNull());
+  EXPECT_EQ(q.FieldByName("value"), "1");
+  q.Next();
+  EXPECT_EQ(q.FieldByName("Other"), "y");
+  EXPECT_THROW(q.FieldByName("Missing"), EKelError);
+  q.Next();
+  EXPECT_TRUE(q.Eof());
+  EXPECT_EQ(q.FieldByName("Missing"), "");
+  EXPECT_THROW(q.LoadSQL("nope"), EKelError);
+}
