@@ -28,6 +28,44 @@ const char* const kChangeSignals[] = {
 }  // namespace
 
 THost* Application() { return gApplication; }
+
+namespace {
+class TEventHook : public QObject {
+ public:
+  TEventHook(QWidget* control, std::function<bool(QKeyEvent*)> keyPress,
+             std::function<void()> exit)
+      : QObject(control), FKeyPress(std::move(keyPress)), FExit(std::move(exit)) {
+    control->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (FKeyPress && event->type() == QEvent::KeyPress)
+      return FKeyPress(static_cast<QKeyEvent*>(event));
+    if (FExit && event->type() == QEvent::FocusOut) FExit();
+    return false;
+  }
+
+ private:
+  std::function<bool(QKeyEvent*)> FKeyPress;
+  std::function<void()> FExit;
+};
+}  // namespace
+
+void OnKeyPress(QWidget* control, std::function<bool(QKeyEvent*)> handler) {
+  new TEventHook(control, std::move(handler), {});
+}
+
+bool IsNonDigitKey(const QKeyEvent* event) {
+  const QString text = event->text();
+  if (text.isEmpty()) return false;
+  const QChar c = text.at(0);
+  return c.unicode() >= u' ' && !(c >= u'0' && c <= u'9');
+}
+
+void OnExit(QWidget* control, std::function<void()> handler) {
+  new TEventHook(control, {}, std::move(handler));
+}
 void SetApplication(THost* host) { gApplication = host; }
 
 // ---------------------------------------------------------------------------------------------

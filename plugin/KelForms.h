@@ -11,10 +11,21 @@
 #include "plugin/KelHost.h"
 #include "plugin/KelText.h"
 
+class QKeyEvent;
+
 class QComboBox;
 class QLabel;
 
 namespace kel {
+
+// Key-press handler of a control, run before the control sees the key: returning true discards
+// the key (the original platform's "Key := #0").
+void OnKeyPress(QWidget* control, std::function<bool(QKeyEvent*)> handler);
+// True for a key that a digits-only edit discards: any printable character other than 0 to 9
+// (Backspace and the other control keys pass).
+bool IsNonDigitKey(const QKeyEvent* event);
+// Exit handler of a control: runs when the control loses the focus.
+void OnExit(QWidget* control, std::function<void()> handler);
 
 // The module-wide application slot: the host the module serves. `Open` puts the host's object
 // here; every dialog reaches the host services through it.
