@@ -38,11 +38,10 @@ TDataSelectFrm::TDataSelectFrm(QWidget* owner) : TKelDllDBDlgFrm(owner) {
   layout->addLayout(buttons);
   connect(FOkBtn, &QPushButton::clicked, this, [this] { SetModalResult(mrOk); });
   connect(FCancelBtn, &QPushButton::clicked, this, [this] { SetModalResult(mrCancel); });
-  connect(FGrid, &QTableWidget::cellDoubleClicked, this,
-          [this](int row, int) {
-            SetFocusedRow(row);
-            DataGrdDBTableViewDblClick();
-          });
+  connect(FGrid, &QTableWidget::cellDoubleClicked, this, [this](int row, int) {
+    SetFocusedRow(row);
+    DataGrdDBTableViewDblClick();
+  });
   connect(FGrid, &QTableWidget::currentCellChanged, this, [this] { SyncRecord(); });
 }
 
@@ -79,7 +78,8 @@ void TDataSelectFrm::Refill() {
       FGrid->setItem(r, c, new QTableWidgetItem(v));
     }
   }
-  if (FGrid->rowCount() > 0) SetFocusedRow(FDataset->RecNo() < FGrid->rowCount() ? FDataset->RecNo() : 0);
+  if (FGrid->rowCount() > 0)
+    SetFocusedRow(FDataset->RecNo() < FGrid->rowCount() ? FDataset->RecNo() : 0);
 }
 
 void TDataSelectFrm::SetFocusedRow(int row) {
@@ -94,7 +94,9 @@ void TDataSelectFrm::SyncRecord() {
   if (FDataset && FGrid->currentRow() >= 0) FDataset->SetRecNo(FGrid->currentRow());
 }
 
-void TDataSelectFrm::DataGrdDBTableViewDblClick() { SetModalResult(mrOk); }
+void TDataSelectFrm::DataGrdDBTableViewDblClick() {
+  SetModalResult(mrOk);
+}
 
 void TDataSelectFrm::KelDllDBDlgFrmKeyDown(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) SetModalResult(mrCancel);

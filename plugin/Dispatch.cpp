@@ -37,7 +37,9 @@ std::array<TDispatchRow, 22> kTable{{
 const char* const kPreviewProperty = "ViewSqlFrm";
 }  // namespace
 
-std::span<const TDispatchRow> DispatchTable() { return kTable; }
+std::span<const TDispatchRow> DispatchTable() {
+  return kTable;
+}
 
 void RegisterOpenRoutine(const char* word, TOpenRoutine routine) {
   for (TDispatchRow& row : kTable)

@@ -22,18 +22,20 @@ THost* gApplication = nullptr;
 // Change signals of the input controls, tried by name so every kind of control (edits, combos,
 // check and radio boxes, spin edits, editors, tree lists) is covered.
 const char* const kChangeSignals[] = {
-    "textChanged(QString)", "textChanged()",    "currentIndexChanged(int)", "toggled(bool)",
-    "valueChanged(int)",    "EditValueChanged(int,int)", "RowsChanged()",
+    "textChanged(QString)", "textChanged()",     "currentIndexChanged(int)",
+    "toggled(bool)",        "valueChanged(int)", "EditValueChanged(int,int)",
+    "RowsChanged()",
 };
 }  // namespace
 
-THost* Application() { return gApplication; }
+THost* Application() {
+  return gApplication;
+}
 
 namespace {
 class TEventHook : public QObject {
  public:
-  TEventHook(QWidget* control, std::function<bool(QKeyEvent*)> keyPress,
-             std::function<void()> exit)
+  TEventHook(QWidget* control, std::function<bool(QKeyEvent*)> keyPress, std::function<void()> exit)
       : QObject(control), FKeyPress(std::move(keyPress)), FExit(std::move(exit)) {
     control->installEventFilter(this);
   }
@@ -66,7 +68,9 @@ bool IsNonDigitKey(const QKeyEvent* event) {
 void OnExit(QWidget* control, std::function<void()> handler) {
   new TEventHook(control, {}, std::move(handler));
 }
-void SetApplication(THost* host) { gApplication = host; }
+void SetApplication(THost* host) {
+  gApplication = host;
+}
 
 // ---------------------------------------------------------------------------------------------
 TChangeEventClass::TChangeEventClass(QWidget* form) : QObject(form), FForm(form) {}
@@ -170,13 +174,15 @@ void TKelBaseFrm::StartChangeTracker() {
   FTracker->ChangeComponent();
 }
 
-void TKelBaseFrm::FreeTracker() { delete FTracker.data(); }
+void TKelBaseFrm::FreeTracker() {
+  delete FTracker.data();
+}
 
 bool TKelBaseFrm::CloseQuery() {
   if (FTracker && FTracker->Changed() && Application()) {
-    const int answer = Application()->esMsgDBox(QStringLiteral("CancelWork"),
-                                                TMsgDlgType::Confirmation,
-                                                TMsgDlgButtons::YesNoCancel, false);
+    const int answer =
+        Application()->esMsgDBox(QStringLiteral("CancelWork"), TMsgDlgType::Confirmation,
+                                 TMsgDlgButtons::YesNoCancel, false);
     if (answer != mrYes) return false;
   }
   return true;

@@ -56,14 +56,16 @@ class TEsDBInfo {
   virtual QString UserName() const = 0;  // the connected user (default schema)
   virtual QStringList UserList() const = 0;
   virtual QString ConnectionName() const = 0;
-  virtual QString ServerVersion() const = 0;  // e.g. "Oracle9i Enterprise Edition Release 9.2.0.1.0"
-  virtual bool PublicLinks() const = 0;       // may the user create public database links
+  virtual QString ServerVersion()
+      const = 0;                         // e.g. "Oracle9i Enterprise Edition Release 9.2.0.1.0"
+  virtual bool PublicLinks() const = 0;  // may the user create public database links
   virtual bool OCIMode() const = 0;
   // Catalog SQL stored under `key`; throws EKelError naming the key when there is none.
   virtual QString GetSQL(const QString& key) const = 0;
   // Runs catalog SQL on the connection's session. `key` names the text for hosts that answer
   // from fixtures or log what ran; `binds` holds exactly the parameters the text declares.
-  virtual TQueryResult OpenQuery(const QString& key, const QString& sql, const TBindList& binds) = 0;
+  virtual TQueryResult OpenQuery(const QString& key, const QString& sql,
+                                 const TBindList& binds) = 0;
 };
 
 // The host's parameter object. Values are text; Boolean flags are "True"/"False".
@@ -91,7 +93,7 @@ class THost {
 
   // Connection and windows.
   virtual TEsDBInfo* CurrentDBInfo() = 0;
-  virtual QWidget* MainForm() = 0;           // owner of the module's forms, may be null
+  virtual QWidget* MainForm() = 0;               // owner of the module's forms, may be null
   virtual void ShowMDIChild(QWidget* form) = 0;  // places a child-window dialog
 
   // Messages: texts live in the host's message repository.

@@ -20,13 +20,16 @@ void TKelQuery::LoadSQL(const QString& key) {
   SetSQL(FSession->GetSQL(key), key);
 }
 
-QVariant& TKelQuery::ParamByName(const QString& name) { return FParams[name.toUpper()]; }
+QVariant& TKelQuery::ParamByName(const QString& name) {
+  return FParams[name.toUpper()];
+}
 
 void TKelQuery::Open() {
   if (!FSession) throw EKelError(QStringLiteral("Query has no session"));
   Close();
   TBindList binds;
-  for (const QString& name : DeclaredParams(FSql)) binds.append({name, FParams.value(name.toUpper())});
+  for (const QString& name : DeclaredParams(FSql))
+    binds.append({name, FParams.value(name.toUpper())});
   FData = FSession->OpenQuery(FKey, FSql, binds);
   FActive = true;
 }
@@ -37,7 +40,9 @@ int TKelQuery::ColumnIndex(const QString& column) const {
   return -1;
 }
 
-bool TKelQuery::HasField(const QString& column) const { return ColumnIndex(column) >= 0; }
+bool TKelQuery::HasField(const QString& column) const {
+  return ColumnIndex(column) >= 0;
+}
 
 QString TKelQuery::FieldByName(const QString& column) const {
   if (Eof()) return QString();  // an empty result reads as nulls

@@ -7,7 +7,9 @@
 namespace kel {
 
 namespace {
-bool IsBlank(QChar c) { return c.unicode() <= u' '; }
+bool IsBlank(QChar c) {
+  return c.unicode() <= u' ';
+}
 }  // namespace
 
 QString Trim(const QString& s) {
@@ -47,7 +49,9 @@ QString TrimName(const QString& caption) {
   return out;
 }
 
-QString AddDQ(const QString& name) { return u'"' + name + u'"'; }
+QString AddDQ(const QString& name) {
+  return u'"' + name + u'"';
+}
 
 bool StrToBool(const QString& text) {
   const QString t = Trim(text);
@@ -59,7 +63,9 @@ bool StrToBool(const QString& text) {
   throw EKelError(QStringLiteral("'%1' is not a valid boolean value").arg(text));
 }
 
-QString BoolToStr(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
+QString BoolToStr(bool value) {
+  return value ? QStringLiteral("True") : QStringLiteral("False");
+}
 
 QString UnitFormat(double value, int number, int unitType, int flags) {
   (void)flags;

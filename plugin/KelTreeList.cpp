@@ -134,7 +134,9 @@ void TKelTreeList::SetColumnVisible(int col, bool visible) {
   setColumnHidden(col, !visible);
 }
 
-int TKelTreeList::AddRow() { return InsertRow(RowCount()); }
+int TKelTreeList::AddRow() {
+  return InsertRow(RowCount());
+}
 
 int TKelTreeList::InsertRow(int row) {
   auto* item = new QTreeWidgetItem();
@@ -182,7 +184,8 @@ QStringList TKelTreeList::RowCells(int row) const {
 void TKelTreeList::RefreshCell(QTreeWidgetItem* item, int col) {
   const QString v = item->data(col, kValueRole).toString();
   if (FColumns[col].Editor == TCellEditor::Check) {
-    item->setData(col, Qt::CheckStateRole, v == QLatin1String("True") ? Qt::Checked : Qt::Unchecked);
+    item->setData(col, Qt::CheckStateRole,
+                  v == QLatin1String("True") ? Qt::Checked : Qt::Unchecked);
     item->setData(col, Qt::DisplayRole, QString());
   } else {
     item->setData(col, Qt::DisplayRole, v);
@@ -298,7 +301,8 @@ void TKelTreeList::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (key == Qt::Key_Space && FocusedRow() >= 0 && currentColumn() >= 0 &&
-      FColumns[currentColumn()].Editor == TCellEditor::Check && FColumns[currentColumn()].Editable) {
+      FColumns[currentColumn()].Editor == TCellEditor::Check &&
+      FColumns[currentColumn()].Editable) {
     const int r = FocusedRow(), c = currentColumn();
     CommitCell(r, c, Cell(r, c) == QLatin1String("True") ? "False" : "True");
     return;
@@ -307,9 +311,8 @@ void TKelTreeList::keyPressEvent(QKeyEvent* event) {
 }
 
 void TKelTreeList::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-  QTreeWidget::closeEditor(editor, hint == QAbstractItemDelegate::EditNextItem
-                                       ? QAbstractItemDelegate::NoHint
-                                       : hint);
+  QTreeWidget::closeEditor(
+      editor, hint == QAbstractItemDelegate::EditNextItem ? QAbstractItemDelegate::NoHint : hint);
   if (hint == QAbstractItemDelegate::EditNextItem) MoveToNextCell();
 }
 

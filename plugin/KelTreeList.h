@@ -11,10 +11,10 @@ namespace kel {
 enum class TCellEditor { Text, PickList, Spin, Check };
 
 struct TKelTreeColumn {
-  QString Name;     // the column object's name, e.g. "ColumnTreeColumnType"
-  QString Caption;  // header text
+  QString Name = {};  // the column object's name, e.g. "ColumnTreeColumnType"
+  QString Caption = {};  // header text
   TCellEditor Editor = TCellEditor::Text;
-  QStringList Items;  // pick-list items
+  QStringList Items = {};  // pick-list items
   int Min = 0;        // spin range
   int Max = 0;
   bool Editable = true;
@@ -25,35 +25,37 @@ struct TKelTreeColumn {
 class TKelTreeList : public QTreeWidget {
   Q_OBJECT
  public:
+  // The Q_INVOKABLE members are what a host drives the list through by name (the headless
+  // runner reaches a list inside the module only through the meta-object system).
   explicit TKelTreeList(QWidget* parent = nullptr);
 
   int AddColumn(const TKelTreeColumn& column);
   int ColumnCount() const { return int(FColumns.size()); }
   const TKelTreeColumn& Column(int col) const { return FColumns[col]; }
-  int ColumnByName(const QString& name) const;  // -1 when absent
+  Q_INVOKABLE int ColumnByName(const QString& name) const;  // -1 when absent
   void SetColumnEditable(int col, bool editable) { FColumns[col].Editable = editable; }
   void SetColumnVisible(int col, bool visible);
   void SetColumnItems(int col, const QStringList& items) { FColumns[col].Items = items; }
 
-  int RowCount() const { return topLevelItemCount(); }
+  Q_INVOKABLE int RowCount() const { return topLevelItemCount(); }
   int AddRow();  // appends a row of empty cells, returns its index
   int InsertRow(int row);
   void DeleteRow(int row);
   void ClearRows();
-  QString Cell(int row, int col) const;
+  Q_INVOKABLE QString Cell(int row, int col) const;
   void SetCell(int row, int col, const QString& value);
   QStringList RowCells(int row) const;
 
-  int FocusedRow() const;  // -1 when none
-  void SetFocusedRow(int row);
+  Q_INVOKABLE int FocusedRow() const;  // -1 when none
+  Q_INVOKABLE void SetFocusedRow(int row);
   int FocusedColumn() const { return currentColumn(); }
   QList<int> SelectedRows() const;
-  void SelectRows(const QList<int>& rows);
+  Q_INVOKABLE void SelectRows(const QList<int>& rows);
 
   // Edits a cell as the user would through its editor and commits it: refused (false, with the
   // reason) when the column is hidden or read-only, a pick-list value is not in the list, or a
   // spin value is not a whole number within the range.
-  bool EditCell(int row, int col, const QString& value, QString* why = nullptr);
+  Q_INVOKABLE bool EditCell(int row, int col, const QString& value, QString* why = nullptr);
   // Moves the cell cursor to the next editable cell (Enter and Tab).
   void MoveToNextCell();
 

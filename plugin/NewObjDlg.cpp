@@ -22,9 +22,11 @@ __attribute__((destructor)) void DLLProc() {
 }
 }  // namespace
 
-extern "C" __attribute__((visibility("default"))) void NOD_CALL
-Open(kel::THost* HostApplication, int* Result, QWidget* ParentControl, kel::TXLink* Link,
-     const char* ObjectType) {
+extern "C" __attribute__((visibility("default"))) void NOD_CALL Open(kel::THost* HostApplication,
+                                                                     int* Result,
+                                                                     QWidget* ParentControl,
+                                                                     kel::TXLink* Link,
+                                                                     const char* ObjectType) {
   try {
     const QString word = QString::fromUtf8(ObjectType ? ObjectType : "");
     if (gDetachHookSet) {

@@ -28,7 +28,9 @@ TViewSqlFrm::~TViewSqlFrm() {
   delete ui;
 }
 
-TKelEditor* TViewSqlFrm::SQLEditor() const { return ui->SQLEditor; }
+TKelEditor* TViewSqlFrm::SQLEditor() const {
+  return ui->SQLEditor;
+}
 
 void TViewSqlFrm::InitLoad() {
   TKelDllDBDlgFrm::InitLoad();
@@ -44,7 +46,9 @@ void TViewSqlFrm::SetSqlText(const QString& text) {
   if (Application()) Application()->PreviewTextSet(text);
 }
 
-QString TViewSqlFrm::SqlText() const { return ui->SQLEditor->Text(); }
+QString TViewSqlFrm::SqlText() const {
+  return ui->SQLEditor->Text();
+}
 
 void TViewSqlFrm::ScriptClipBtnClick() {
   if (!Application()) return;

@@ -8,7 +8,9 @@
 
 #include "plugin/KelHost.h"
 
-static void InitCatalogResource() { Q_INIT_RESOURCE(catalog); }
+static void InitCatalogResource() {
+  Q_INIT_RESOURCE(catalog);
+}
 
 namespace host {
 
@@ -71,7 +73,9 @@ QStringList TCatalog::SqlKeys() const {
   return keys;
 }
 
-QString TCatalog::Message(const QString& key) const { return FMessages.value(key, key); }
+QString TCatalog::Message(const QString& key) const {
+  return FMessages.value(key, key);
+}
 
 QStringList TCatalog::MessageKeys() const {
   QStringList keys = FMessages.keys();

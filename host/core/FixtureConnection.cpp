@@ -40,10 +40,9 @@ QJsonArray RowsFor(const QJsonValue& entry, const kel::TBindList& binds) {
 }  // namespace
 
 QStringList DefaultDataTypes() {
-  return {"BFILE",  "BLOB",     "CHAR",     "CLOB",          "DATE",
-          "FLOAT",  "LONG",     "LONG RAW", "NCHAR",         "NCLOB",
-          "NUMBER", "NVARCHAR2", "RAW",     "ROWID",         "TIMESTAMP",
-          "UROWID", "VARCHAR2", "XMLTYPE"};
+  return {"BFILE", "BLOB",     "CHAR",      "CLOB",   "DATE",     "FLOAT",
+          "LONG",  "LONG RAW", "NCHAR",     "NCLOB",  "NUMBER",   "NVARCHAR2",
+          "RAW",   "ROWID",    "TIMESTAMP", "UROWID", "VARCHAR2", "XMLTYPE"};
 }
 
 TFixtureConnection::TFixtureConnection(const QJsonObject& c, const QJsonObject& catalogRows,
@@ -52,8 +51,8 @@ TFixtureConnection::TFixtureConnection(const QJsonObject& c, const QJsonObject& 
   FUser = c.contains("user") ? Text(c["user"]) : QStringLiteral("APP");
   FUsers = c.contains("users") ? Strings(c["users"]) : QStringList{FUser};
   FName = c.contains("name") ? Text(c["name"]) : QStringLiteral("DEMO");
-  FServerVersion = c.contains("serverVersion") ? Text(c["serverVersion"])
-                                               : QStringLiteral("19.0.0.0.0");
+  FServerVersion =
+      c.contains("serverVersion") ? Text(c["serverVersion"]) : QStringLiteral("19.0.0.0.0");
   FPublicLinks = c.value("publicLinks").toBool(true);
   FOci = c.value("oci").toBool(true);
   FTablespaces = c.contains("tablespaces") ? Strings(c["tablespaces"])

@@ -21,7 +21,8 @@ class TRecordingHost::TRecordingDBInfo : public kel::TEsDBInfo {
   kel::TQueryResult OpenQuery(const QString& key, const QString& sql,
                               const kel::TBindList& binds) override {
     QJsonObject b;
-    for (const auto& [name, value] : binds) b.insert(name, value.isNull() ? QJsonValue() : QJsonValue(value.toString()));
+    for (const auto& [name, value] : binds)
+      b.insert(name, value.isNull() ? QJsonValue() : QJsonValue(value.toString()));
     FHost->AddEvent({{"event", "query"}, {"key", key}, {"binds", b}});
     return FC->OpenQuery(key, sql, binds);
   }
@@ -48,7 +49,9 @@ TRecordingHost::TRecordingHost(TConnection* connection, const QJsonObject& scrip
   for (const QJsonValue& v : script.value("execute").toArray()) FExecute << v.toInt();
 }
 
-TRecordingHost::~TRecordingHost() { delete FDBInfo; }
+TRecordingHost::~TRecordingHost() {
+  delete FDBInfo;
+}
 
 QList<QWidget*> TRecordingHost::ChildWindows() const {
   QList<QWidget*> out;
@@ -57,7 +60,9 @@ QList<QWidget*> TRecordingHost::ChildWindows() const {
   return out;
 }
 
-kel::TEsDBInfo* TRecordingHost::CurrentDBInfo() { return FDBInfo; }
+kel::TEsDBInfo* TRecordingHost::CurrentDBInfo() {
+  return FDBInfo;
+}
 
 void TRecordingHost::ShowMDIChild(QWidget* form) {
   FChildren << form;
@@ -74,8 +79,7 @@ int TRecordingHost::esMsgDBox(const QString& key, kel::TMsgDlgType, kel::TMsgDlg
   return answer;
 }
 
-int TRecordingHost::esMsgDBox(const QString& key, const QStringList& args, kel::TMsgDlgType,
-                              bool) {
+int TRecordingHost::esMsgDBox(const QString& key, const QStringList& args, kel::TMsgDlgType, bool) {
   AddEvent({{"event", "message"}, {"key", key}, {"args", QJsonArray::fromStringList(args)}});
   return FAnswers.contains(key) ? Answer(key) : kel::mrOk;
 }

@@ -52,8 +52,7 @@ class TRecordingHost : public kel::THost {
   void PreviewTextSet(const QString& text) override;
   QString esGrantSysPrivilege(const QString& grantee, const QString& privilege, bool withAdmin,
                               int kind) override;
-  QString esRevokeSysPrivilege(const QString& grantee, const QString& privilege,
-                               int kind) override;
+  QString esRevokeSysPrivilege(const QString& grantee, const QString& privilege, int kind) override;
   void esDBLinkTest(kel::TEsDBInfo* db, const QString& linkName) override;
   int OpenDLL(const QString& module, QWidget* parent, kel::TXLink* link,
               const QString& word) override;
