@@ -1,0 +1,169 @@
+#include "host/core/DemoDatabase.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+#include <QVariant>
+
+#include "host/core/ScriptSplitter.h"
+
+static void InitDemoResource() {
+  Q_INIT_RESOURCE(demo);
+}
+
+namespace host {
+
+namespace {
+
+// Raised when the layout of what the host adds to a demo database changes, so that databases
+// built before are rebuilt.
+constexpr char kBuildFormat[] = "nod-demo-1";
+
+// A uniquely named QSqlDatabase connection that is removed when it goes out of scope.
+class TScopedSqlite {
+ public:
+  explicit TScopedSqlite(const QString& path)
+      : FName(QStringLiteral("nod-demo-%1").arg(QUuid::createUuid().toString(QUuid::Id128))) {
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), FName);
+    db.setDatabaseName(path);
+  }
+  ~TScopedSqlite() {
+    {
+      QSqlDatabase db = QSqlDatabase::database(FName, false);
+      db.close();
+    }
+    QSqlDatabase::removeDatabase(FName);
+  }
+  QSqlDatabase Db() const { return QSqlDatabase::database(FName, false); }
+
+ private:
+  QString FName;
+};
+
+bool Exec(QSqlDatabase& db, const QString& sql, QString* error) {
+  QSqlQuery q(db);
+  if (q.exec(sql)) return true;
+  if (error) *error = q.lastError().text();
+  return false;
+}
+
+}  // namespace
+
+QList<QPair<QString, QString>> DemoScripts() {
+  InitDemoResource();
+  QList<QPair<QString, QString>> scripts;
+  const QDir dir(QStringLiteral(":/demo"));
+  for (const QString& name : dir.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name)) {
+    QFile f(dir.filePath(name));
+    if (f.open(QIODevice::ReadOnly)) scripts.append({name, QString::fromUtf8(f.readAll())});
+  }
+  return scripts;
+}
+
+QString DemoScriptsHash() {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  hash.addData(QByteArrayView(kBuildFormat));
+  for (const auto& [name, text] : DemoScripts()) {
+    hash.addData(QByteArrayView("\0", 1));
+    hash.addData(name.toUtf8());
+    hash.addData(QByteArrayView("\0", 1));
+    hash.addData(text.toUtf8());
+  }
+  return QString::fromLatin1(hash.result().toHex());
+}
+
+QString StoredDemoHash(const QString& path) {
+  if (!QFileInfo(path).isFile()) return QString();
+  TScopedSqlite conn(path);
+  QSqlDatabase db = conn.Db();
+  db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+  if (!db.open()) return QString();
+  QSqlQuery q(db);
+  if (!q.exec(QStringLiteral("SELECT SCRIPT_HASH FROM NOD_DEMO_BUILD")) || !q.next())
+    return QString();
+  return q.value(0).toString();
+}
+
+bool CreateDemoDatabase(const QString& path, QString* error) {
+  const QList<QPair<QString, QString>> scripts = DemoScripts();
+  if (scripts.isEmpty()) {
+    if (error) *error = QStringLiteral("The demo database scripts are missing from the host.");
+    return false;
+  }
+  const QFileInfo target(path);
+  if (!QDir().mkpath(target.absolutePath())) {
+    if (error)
+      *error = QStringLiteral("Cannot create the folder \"%1\".").arg(target.absolutePath());
+    return false;
+  }
+  // Build beside the target and move it in place when complete, so that a failed or interrupted
+  // build never leaves half a database behind.
+  const QString temp = QStringLiteral("%1.%2.building")
+                           .arg(target.absoluteFilePath())
+                           .arg(QCoreApplication::applicationPid());
+  QFile::remove(temp);
+  bool ok = true;
+  QString message;
+  {
+    TScopedSqlite conn(temp);
+    QSqlDatabase db = conn.Db();
+    if (!db.open()) {
+      message = QStringLiteral("Cannot create the demo database \"%1\": %2")
+                    .arg(temp, db.lastError().text());
+      ok = false;
+    }
+    if (ok) ok = Exec(db, QStringLiteral("BEGIN"), &message);
+    for (qsizetype i = 0; ok && i < scripts.size(); ++i) {
+      for (const QString& statement : SplitScript(scripts[i].second)) {
+        QString why;
+        if (!Exec(db, statement, &why)) {
+          message = QStringLiteral("Demo script %1 failed: %2\n%3")
+                        .arg(scripts[i].first, why, statement.left(400));
+          ok = false;
+          break;
+        }
+      }
+    }
+    if (ok) {
+      ok = Exec(db,
+                QStringLiteral("CREATE TABLE NOD_DEMO_BUILD (SCRIPT_HASH TEXT NOT NULL, "
+                               "BUILT_AT TEXT NOT NULL)"),
+                &message);
+    }
+    if (ok) {
+      QSqlQuery q(db);
+      q.prepare(QStringLiteral("INSERT INTO NOD_DEMO_BUILD VALUES (?, ?)"));
+      q.addBindValue(DemoScriptsHash());
+      q.addBindValue(QDateTime::currentDateTime().toString(Qt::ISODate));
+      ok = q.exec();
+      if (!ok) message = q.lastError().text();
+    }
+    if (ok) ok = Exec(db, QStringLiteral("COMMIT"), &message);
+  }
+  if (ok) {
+    QFile::remove(path);
+    if (!QFile::rename(temp, path)) {
+      message = QStringLiteral("Cannot move the demo database to \"%1\".").arg(path);
+      ok = false;
+    }
+  }
+  if (!ok) {
+    QFile::remove(temp);
+    if (error) *error = message;
+  }
+  return ok;
+}
+
+bool EnsureDemoDatabase(const QString& path, QString* error) {
+  if (QFileInfo(path).isFile() && StoredDemoHash(path) == DemoScriptsHash()) return true;
+  return CreateDemoDatabase(path, error);
+}
+
+}  // namespace host

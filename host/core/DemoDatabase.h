@@ -1,0 +1,30 @@
+// The embedded demo database: a SQLite file whose tables are named and shaped like Oracle's
+// data dictionary views, built from the creation scripts compiled into the host (":/demo/",
+// run in file-name order).
+#pragma once
+
+#include <QList>
+#include <QPair>
+#include <QString>
+
+namespace host {
+
+// The creation scripts, (file name, text), in file-name order.
+QList<QPair<QString, QString>> DemoScripts();
+
+// A digest of the creation scripts, stored in every demo database built from them.
+QString DemoScriptsHash();
+
+// The digest stored in the demo database at `path`; empty when the file is missing or is not a
+// demo database.
+QString StoredDemoHash(const QString& path);
+
+// Builds a fresh demo database at `path`, replacing any file there. The file appears only once
+// it is complete. False with a message in `error`.
+bool CreateDemoDatabase(const QString& path, QString* error);
+
+// Makes sure `path` holds a demo database built from the current scripts: builds it when it is
+// missing, rebuilds it when it was built from other scripts.
+bool EnsureDemoDatabase(const QString& path, QString* error);
+
+}  // namespace host
