@@ -1,0 +1,119 @@
+#include "plugin/KelSpinEdit.h"
+
+#include <QLineEdit>
+
+namespace kel {
+
+namespace {
+
+// Magnitudes are runs of digits without sign and without leading zeros ("0" for zero).
+QString StripLeadingZeros(const QString& digits) {
+  qsizetype i = 0;
+  while (i < digits.size() - 1 && digits.at(i) == u'0') ++i;
+  return digits.mid(i);
+}
+
+int CompareMagnitudes(const QString& a, const QString& b) {
+  if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+  return a.compare(b);
+}
+
+QString AddMagnitudes(const QString& a, const QString& b) {
+  QString sum;
+  int carry = 0;
+  for (qsizetype i = a.size() - 1, j = b.size() - 1; i >= 0 || j >= 0 || carry; --i, --j) {
+    int digit = carry;
+    if (i >= 0) digit += a.at(i).digitValue();
+    if (j >= 0) digit += b.at(j).digitValue();
+    sum.prepend(QChar(u'0' + digit % 10));
+    carry = digit / 10;
+  }
+  return sum;
+}
+
+// a - b for a >= b.
+QString SubtractMagnitudes(const QString& a, const QString& b) {
+  QString difference;
+  int borrow = 0;
+  for (qsizetype i = a.size() - 1, j = b.size() - 1; i >= 0; --i, --j) {
+    int digit = a.at(i).digitValue() - borrow - (j >= 0 ? b.at(j).digitValue() : 0);
+    borrow = digit < 0 ? 1 : 0;
+    if (digit < 0) digit += 10;
+    difference.prepend(QChar(u'0' + digit));
+  }
+  return StripLeadingZeros(difference);
+}
+
+}  // namespace
+
+bool IsIntegerText(const QString& text) {
+  const qsizetype start = text.startsWith(u'-') ? 1 : 0;
+  if (text.size() <= start) return false;
+  for (qsizetype i = start; i < text.size(); ++i)
+    if (text.at(i) < u'0' || text.at(i) > u'9') return false;
+  return true;
+}
+
+QString AddToInteger(const QString& value, qint64 step) {
+  QString text = value.trimmed();
+  if (text.isEmpty() || text == u"-") text = QStringLiteral("0");
+  if (!IsIntegerText(text)) return value;
+  const bool negative = text.startsWith(u'-');
+  const QString a = StripLeadingZeros(negative ? text.mid(1) : text);
+  const bool stepNegative = step < 0;
+  const QString b = QString::number(stepNegative ? 0 - quint64(step) : quint64(step));
+  QString magnitude;
+  bool resultNegative;
+  if (negative == stepNegative) {
+    magnitude = AddMagnitudes(a, b);
+    resultNegative = negative;
+  } else if (CompareMagnitudes(a, b) >= 0) {
+    magnitude = SubtractMagnitudes(a, b);
+    resultNegative = negative;
+  } else {
+    magnitude = SubtractMagnitudes(b, a);
+    resultNegative = stepNegative;
+  }
+  if (magnitude == u"0") resultNegative = false;
+  return resultNegative ? QStringLiteral("-") + magnitude : magnitude;
+}
+
+// ---------------------------------------------------------------------------------------------
+TKelSpinEdit::TKelSpinEdit(QWidget* parent) : QAbstractSpinBox(parent) {
+  setAccelerated(true);
+  lineEdit()->setText(QStringLiteral("0"));
+  connect(lineEdit(), &QLineEdit::textChanged, this, &TKelSpinEdit::textChanged);
+}
+
+QString TKelSpinEdit::Text() const {
+  return lineEdit()->text();
+}
+
+void TKelSpinEdit::SetText(const QString& text) {
+  lineEdit()->setText(text);
+}
+
+void TKelSpinEdit::stepBy(int steps) {
+  if (isReadOnly() || steps == 0) return;
+  const QString next = AddToInteger(Text(), steps);
+  if (next == Text()) return;
+  SetText(next);
+  selectAll();
+}
+
+QValidator::State TKelSpinEdit::validate(QString& input, int& pos) const {
+  (void)pos;
+  if (input.isEmpty() || input == u"-") return QValidator::Intermediate;
+  return IsIntegerText(input) ? QValidator::Acceptable : QValidator::Invalid;
+}
+
+void TKelSpinEdit::fixup(QString& input) const {
+  if (input.isEmpty() || input == u"-") input = QStringLiteral("0");
+}
+
+QAbstractSpinBox::StepEnabled TKelSpinEdit::stepEnabled() const {
+  if (isReadOnly() || !IsIntegerText(AddToInteger(Text(), 0))) return StepNone;
+  return StepUpEnabled | StepDownEnabled;
+}
+
+}  // namespace kel
