@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMetaMethod>
@@ -44,11 +45,21 @@ class TEventHook : public QObject {
   bool eventFilter(QObject*, QEvent* event) override {
     if (FKeyPress && event->type() == QEvent::KeyPress)
       return FKeyPress(static_cast<QKeyEvent*>(event));
-    if (FExit && event->type() == QEvent::FocusOut) FExit();
+    if (FExit && event->type() == QEvent::FocusOut && IsExit(static_cast<QFocusEvent*>(event)))
+      FExit();
     return false;
   }
 
  private:
+  // Leaving a control for another control of the same window; not a window losing the
+  // activation, a menu popping up, or the window closing.
+  bool IsExit(const QFocusEvent* event) const {
+    const auto* control = static_cast<const QWidget*>(parent());
+    if (event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason)
+      return false;
+    return control->isVisible() && control->window()->isVisible();
+  }
+
   std::function<bool(QKeyEvent*)> FKeyPress;
   std::function<void()> FExit;
 };
@@ -250,6 +261,7 @@ void TKelDllDBDlgFrm::showEvent(QShowEvent* event) {
   if (FShown) return;
   FShown = true;
   ClearDefaultButtons(this);
+  for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
   KelFrmIniLoad();
   bool failed = true;
   Guarded([&] {
@@ -271,6 +283,18 @@ void TKelDllDBDlgFrm::keyPressEvent(QKeyEvent* event) {
   }
   KelDllDBDlgFrmKeyDown(event);
   QDialog::keyPressEvent(event);
+}
+
+bool TKelDllDBDlgFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && watched->isWidgetType() &&
+      static_cast<QWidget*>(watched)->window() == this) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Escape) {
+      KelDllDBDlgFrmKeyDown(key);
+      return true;
+    }
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 void TKelDllDBDlgFrm::closeEvent(QCloseEvent* event) {

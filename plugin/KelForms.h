@@ -146,6 +146,9 @@ class TKelDllDBDlgFrm : public QDialog, public TKelBaseFrm {
   void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  // Key preview: the form sees Escape before the focused control does (an editor would
+  // otherwise keep it).
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   bool FShown = false;

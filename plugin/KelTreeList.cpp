@@ -150,6 +150,23 @@ int TKelTreeList::InsertRow(int row) {
   return row;
 }
 
+void TKelTreeList::AddRows(const QList<QStringList>& rows) {
+  if (rows.isEmpty()) return;
+  QList<QTreeWidgetItem*> items;
+  items.reserve(rows.size());
+  for (const QStringList& cells : rows) {
+    auto* item = new QTreeWidgetItem();
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable);
+    for (int c = 0; c < ColumnCount(); ++c) {
+      item->setData(c, kValueRole, cells.value(c));
+      RefreshCell(item, c);
+    }
+    items << item;
+  }
+  insertTopLevelItems(RowCount(), items);
+  emit RowsChanged();
+}
+
 void TKelTreeList::DeleteRow(int row) {
   if (row < 0 || row >= RowCount()) return;
   delete takeTopLevelItem(row);

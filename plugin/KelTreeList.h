@@ -40,6 +40,9 @@ class TKelTreeList : public QTreeWidget {
   Q_INVOKABLE int RowCount() const { return topLevelItemCount(); }
   int AddRow();  // appends a row of empty cells, returns its index
   int InsertRow(int row);
+  // Appends whole rows at once (missing cells are empty): the cells are filled before the rows
+  // join the list, so a large load costs one insertion instead of a signal per cell.
+  void AddRows(const QList<QStringList>& rows);
   void DeleteRow(int row);
   void ClearRows();
   Q_INVOKABLE QString Cell(int row, int col) const;

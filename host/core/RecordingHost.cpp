@@ -73,7 +73,10 @@ int TRecordingHost::Answer(const QString& keyOrText) const {
   return FAnswers.value(keyOrText).toInt(kel::mrYes);
 }
 
-int TRecordingHost::esMsgDBox(const QString& key, kel::TMsgDlgType, kel::TMsgDlgButtons, bool) {
+int TRecordingHost::esMsgDBox(const QString& key, kel::TMsgDlgType type, kel::TMsgDlgButtons,
+                              bool) {
+  // Only a question is answered; a warning or an error is just shown.
+  if (type != kel::TMsgDlgType::Confirmation) return esMsgDBox(key, QStringList(), type, false);
   const int answer = Answer(key);
   AddEvent({{"event", "confirm"}, {"key", key}, {"answer", answer}});
   return answer;

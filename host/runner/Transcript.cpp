@@ -1,0 +1,151 @@
+#include "host/runner/Transcript.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QStringList>
+
+namespace runner {
+
+namespace {
+
+// Keys that read best first, in this order; the others follow sorted by name.
+const QStringList kDocumentKeys{"result", "open", "events"};
+const QStringList kEventKeys{"event", "name", "key", "file", "title", "text"};
+
+QStringList OrderedKeys(const QJsonObject& object, const QStringList& leading = kEventKeys) {
+  QStringList keys = object.keys();  // already sorted by name
+  QStringList ordered;
+  for (const QString& k : leading)
+    if (keys.removeOne(k)) ordered << k;
+  return ordered + keys;
+}
+
+// Escapes the JSON specials and converts the whole text to UTF-8 at once (surrogate pairs
+// stay one character).
+void WriteString(QByteArray& out, const QString& s) {
+  QString escaped;
+  escaped.reserve(s.size() + 2);
+  escaped += u'"';
+  for (const QChar c : s) {
+    const char16_t u = c.unicode();
+    switch (u) {
+      case u'"':
+        escaped += u"\\\"";
+        break;
+      case u'\\':
+        escaped += u"\\\\";
+        break;
+      case u'\r':
+        escaped += u"\\r";
+        break;
+      case u'\n':
+        escaped += u"\\n";
+        break;
+      case u'\t':
+        escaped += u"\\t";
+        break;
+      default:
+        if (u < 0x20 || u == 0x7f)
+          escaped += QStringLiteral("\\u%1").arg(int(u), 4, 16, QLatin1Char('0'));
+        else
+          escaped += c;
+    }
+  }
+  escaped += u'"';
+  out += escaped.toUtf8();
+}
+
+void WriteCompact(QByteArray& out, const QJsonValue& v) {
+  switch (v.type()) {
+    case QJsonValue::Null:
+    case QJsonValue::Undefined:
+      out += "null";
+      break;
+    case QJsonValue::Bool:
+      out += v.toBool() ? "true" : "false";
+      break;
+    case QJsonValue::Double: {
+      // Integral values print without a fraction; QJsonDocument writes the others exactly.
+      const double d = v.toDouble();
+      if (d == double(qint64(d)))
+        out += QByteArray::number(qint64(d));
+      else
+        out += QJsonDocument(QJsonArray{v}).toJson(QJsonDocument::Compact).mid(1).chopped(1);
+      break;
+    }
+    case QJsonValue::String:
+      WriteString(out, v.toString());
+      break;
+    case QJsonValue::Array: {
+      out += '[';
+      bool first = true;
+      for (const QJsonValue& e : v.toArray()) {
+        if (!first) out += ", ";
+        first = false;
+        WriteCompact(out, e);
+      }
+      out += ']';
+      break;
+    }
+    case QJsonValue::Object: {
+      const QJsonObject o = v.toObject();
+      out += '{';
+      bool first = true;
+      for (const QString& k : OrderedKeys(o)) {
+        if (!first) out += ", ";
+        first = false;
+        WriteString(out, k);
+        out += ": ";
+        WriteCompact(out, o.value(k));
+      }
+      out += '}';
+      break;
+    }
+  }
+}
+
+}  // namespace
+
+QByteArray CanonicalJson(const QJsonObject& document) {
+  QByteArray out = "{";
+  bool first = true;
+  for (const QString& k : OrderedKeys(document, kDocumentKeys)) {
+    out += first ? "\n  " : ",\n  ";
+    first = false;
+    WriteString(out, k);
+    out += ": ";
+    const QJsonValue v = document.value(k);
+    if (v.isArray() && !v.toArray().isEmpty()) {
+      out += '[';
+      bool firstItem = true;
+      for (const QJsonValue& e : v.toArray()) {
+        out += firstItem ? "\n    " : ",\n    ";
+        firstItem = false;
+        WriteCompact(out, e);
+      }
+      out += "\n  ]";
+    } else {
+      WriteCompact(out, v);
+    }
+  }
+  out += first ? "}\n" : "\n}\n";
+  return out;
+}
+
+QJsonObject ParseObject(const QByteArray& text, QString* error) {
+  QJsonParseError parseError;
+  const QJsonDocument doc = QJsonDocument::fromJson(text, &parseError);
+  if (parseError.error != QJsonParseError::NoError) {
+    if (error)
+      *error =
+          QStringLiteral("%1 at offset %2").arg(parseError.errorString()).arg(parseError.offset);
+    return {};
+  }
+  if (!doc.isObject()) {
+    if (error) *error = QStringLiteral("the document is not a JSON object");
+    return {};
+  }
+  return doc.object();
+}
+
+}  // namespace runner

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include "host/runner/Transcript.h"
+
+namespace {
+
+using runner::CanonicalJson;
+using runner::ParseObject;
+
+TEST(Transcript, EscapesTextsSoThatLineBreaksAndTabsStayVisible) {
+  const QJsonObject doc{
+      {"events", QJsonArray{QJsonObject{
+                     {"event", "preview"},
+                     {"text", QStringLiteral("A\r\nB\rC\tD \"q\" \\ \x01 \u00e9 \U0001F600")}}}}};
+  const QByteArray text = CanonicalJson(doc);
+  EXPECT_TRUE(text.contains(R"("A\r\nB\rC\tD \"q\" \\ \u0001 )")) << text.constData();
+  EXPECT_TRUE(text.contains("\xc3\xa9 \xf0\x9f\x98\x80")) << "non-ASCII text is written as UTF-8";
+  QString error;
+  EXPECT_EQ(ParseObject(text, &error), doc) << error.toStdString();
+}
+
+TEST(Transcript, LayoutIsStableWhateverTheInsertionOrder) {
+  const QJsonObject event{{"text", "x"}, {"answer", 6}, {"key", "OverWrite"}, {"event", "confirm"}};
+  const QJsonObject doc{{"events", QJsonArray{event}}, {"open", QJsonArray{"F"}}, {"result", 1}};
+  EXPECT_EQ(CanonicalJson(doc),
+            "{\n"
+            "  \"result\": 1,\n"
+            "  \"open\": [\n"
+            "    \"F\"\n"
+            "  ],\n"
+            "  \"events\": [\n"
+            "    {\"event\": \"confirm\", \"key\": \"OverWrite\", \"text\": \"x\", \"answer\": 6}\n"
+            "  ]\n"
+            "}\n");
+}
+
+TEST(Transcript, WritesNullsEmptyListsAndNumbersPlainly) {
+  const QJsonObject doc{{"result", QJsonValue()},
+                        {"open", QJsonArray()},
+                        {"events", QJsonArray()},
+                        {"ratio", 0.5},
+                        {"count", -3}};
+  const QByteArray text = CanonicalJson(doc);
+  EXPECT_TRUE(text.contains("\"result\": null,\n  \"open\": [],\n  \"events\": [],"))
+      << text.constData();
+  EXPECT_TRUE(text.contains("\"count\": -3")) << text.constData();
+  EXPECT_EQ(ParseObject(text, nullptr), doc);
+}
+
+TEST(Transcript, ParseReportsWhereTheTextIsBroken) {
+  QString error;
+  EXPECT_TRUE(ParseObject("{\"steps\": [}", &error).isEmpty());
+  EXPECT_TRUE(error.contains("offset")) << error.toStdString();
+  error.clear();
+  ParseObject("[1, 2]", &error);
+  EXPECT_FALSE(error.isEmpty());
+}
+
+}  // namespace
