@@ -244,6 +244,9 @@ bool TKelTreeList::EditCell(int row, int col, const QString& value, QString* why
   };
   if (row < 0 || row >= RowCount()) return fail(QStringLiteral("no row %1").arg(row));
   if (col < 0 || col >= ColumnCount()) return fail(QStringLiteral("no column %1").arg(col));
+  // As a click does: the row takes the focus first, and what the focused row allows decides
+  // whether the cell can be edited.
+  if (QTreeWidgetItem* item = topLevelItem(row)) setCurrentItem(item, col);
   const TKelTreeColumn& c = FColumns[col];
   if (!c.Visible || !c.Editable)
     return fail(QStringLiteral("column \"%1\" cannot be edited").arg(c.Caption));
@@ -276,7 +279,6 @@ bool TKelTreeList::EditCell(int row, int col, const QString& value, QString* why
     case TCellEditor::Text:
       break;
   }
-  if (QTreeWidgetItem* item = topLevelItem(row)) setCurrentItem(item, col);
   CommitCell(row, col, v);
   return true;
 }

@@ -21,7 +21,7 @@ class TTableConstraintPage : public QWidget {
   ~TTableConstraintPage() override;
 
   // Context the table dialog keeps up to date.
-  void SetTableName(const QString& tableName);  // trimmed; used for the automatic names
+  void SetTableName(const QString& tableName);       // trimmed; used for the automatic names
   void SetTableColumns(const QStringList& columns);  // "Table Column" pick list
   void SetSchemaList(const QStringList& schemas);    // "Referenced Schema" pick list
 

@@ -13,8 +13,9 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
-#include <atomic>
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <climits>
 #include <cstdio>
 #include <memory>
@@ -43,27 +44,32 @@ QString LinkValue(const QJsonValue& v) {
 }
 
 // Last resort against a scenario stuck where no timer runs (a busy loop in a handler): ends the
-// process with status 2 a while after the scenario's time limit.
+// process with status 2 a while after the scenario's time limit. The thread is joined when the
+// run ends, so it never outlives the objects it reads.
 class THardWatchdog {
  public:
-  explicit THardWatchdog(int ms) {
-    // The thread keeps its own share of the flag: it may outlive this object by one sleep.
-    std::thread([done = FDone, ms] {
-      const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(ms);
-      while (std::chrono::steady_clock::now() < deadline) {
-        if (done->load()) return;
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-      }
-      if (done->load()) return;
-      std::fputs("newobjdlg-run: the scenario is stuck (no event processed); aborted\n", stderr);
-      std::fflush(stderr);
-      std::_Exit(2);
-    }).detach();
+  explicit THardWatchdog(int ms)
+      : FThread([this, ms] {
+          std::unique_lock lock(FMutex);
+          if (FWake.wait_for(lock, std::chrono::milliseconds(ms), [this] { return FDone; })) return;
+          std::fputs("newobjdlg-run: the scenario is stuck (no event processed); aborted\n", stderr);
+          std::fflush(stderr);
+          std::_Exit(2);
+        }) {}
+  ~THardWatchdog() {
+    {
+      std::lock_guard lock(FMutex);
+      FDone = true;
+    }
+    FWake.notify_all();
+    FThread.join();
   }
-  ~THardWatchdog() { FDone->store(true); }
 
  private:
-  std::shared_ptr<std::atomic<bool>> FDone = std::make_shared<std::atomic<bool>>(false);
+  std::mutex FMutex;
+  std::condition_variable FWake;
+  bool FDone = false;
+  std::thread FThread;  // last: starts once the members it uses exist
 };
 
 class TRun : public QObject {

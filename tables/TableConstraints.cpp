@@ -1,0 +1,797 @@
+#include "tables/TableConstraints.h"
+
+#include <QHash>
+#include <QLabel>
+#include <QSet>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <exception>
+#include <functional>
+
+#include "plugin/KelForms.h"
+#include "plugin/KelQuery.h"
+#include "plugin/KelTreeList.h"
+
+namespace kel {
+
+namespace {
+
+using P = TTableConstraintPage;
+
+const QString kPrimary = QStringLiteral("PRIMARY");
+const QString kUnique = QStringLiteral("UNIQUE");
+const QString kForeign = QStringLiteral("FOREIGN");
+const QString kCheck = QStringLiteral("CHECK");
+const QString kTrue = QStringLiteral("True");
+const QString kFalse = QStringLiteral("False");
+
+// One column pair of a constraint (the in-memory tables ConsDefTbl and BakConsDefTbl).
+struct TConsDef {
+  QString TblCol;
+  QString RefCol;
+  int Idx = 0;
+  int Seq = 0;
+};
+
+// A constraint with its column pairs, whether from the list or from the loaded copy.
+struct TConstraint {
+  QStringList Cells;
+  QStringList Columns;
+  QStringList RefColumns;
+
+  QString Cell(int c) const { return Cells.value(c); }
+  QString Type() const { return Trim(Cell(P::ccType)); }
+  QString Name() const { return Trim(Cell(P::ccName)); }
+  bool Flag(int c) const { return Cell(c) == kTrue; }
+  bool TakesColumns() const {
+    return Type() == kPrimary || Type() == kUnique || Type() == kForeign;
+  }
+};
+
+// The pairs of every constraint number, in table order: one pass over the table.
+QHash<int, QList<const TConsDef*>> GroupByIdx(const QList<TConsDef>& table) {
+  QHash<int, QList<const TConsDef*>> groups;
+  for (const TConsDef& def : table) groups[def.Idx].append(&def);
+  return groups;
+}
+
+// The column list of one constraint: pairs with nothing chosen are left out.
+void FillColumns(TConstraint& c, const QList<const TConsDef*>& defs) {
+  for (const TConsDef* def : defs) {
+    if (!Trim(def->TblCol).isEmpty()) c.Columns << Trim(def->TblCol);
+    if (!Trim(def->RefCol).isEmpty()) c.RefColumns << Trim(def->RefCol);
+  }
+}
+
+// The automatic name of a constraint type: "UNI_", "PK_", "FK_" or "CHK_" + table.
+QString AutoName(const QString& type, const QString& table) {
+  if (type == kUnique) return QStringLiteral("UNI_") + table;
+  if (type == kPrimary) return QStringLiteral("PK_") + table;
+  if (type == kForeign) return QStringLiteral("FK_") + table;
+  if (type == kCheck) return QStringLiteral("CHK_") + table;
+  return QString();
+}
+
+// The key part of a constraint: what it checks or which columns it covers.
+QString KeyClause(const TConstraint& c) {
+  const QString type = c.Type();
+  if (type == kCheck) return QStringLiteral("CHECK(") + c.Cell(P::ccCheck) + u')';
+  const QString columns = c.Columns.join(u',');
+  if (type == kUnique) return QStringLiteral("UNIQUE(") + columns + u')';
+  if (type == kPrimary) return QStringLiteral("PRIMARY KEY(") + columns + u')';
+  return QStringLiteral("FOREIGN KEY(") + columns + u')';
+}
+
+QString ReferencedTable(const TConstraint& c) {
+  return Trim(c.Cell(P::ccRefSchema)) + u'.' + Trim(c.Cell(P::ccRefTable));
+}
+
+// Deferral, reliance and state, the same in CREATE TABLE and in ADD.
+QString StateClause(const TConstraint& c) {
+  QString text;
+  if (c.Flag(P::ccDeferrable)) text += QStringLiteral(" DEFERRABLE");
+  if (c.Flag(P::ccDeferred)) text += QStringLiteral(" INITIALLY DEFERRED");
+  if (c.Flag(P::ccRely)) text += QStringLiteral(" RELY");
+  if (c.Flag(P::ccDisable)) {
+    text += QStringLiteral(" DISABLE");
+    if (!c.Flag(P::ccNovalidate)) text += QStringLiteral(" VALIDATE");
+  } else if (c.Flag(P::ccNovalidate)) {
+    text += QStringLiteral(" NOVALIDATE");
+  }
+  return text;
+}
+
+// One constraint inside CREATE TABLE: CR, two blanks, the clause and a comma.
+QString CreateClause(const TConstraint& c) {
+  QString text = QString(CR) + QStringLiteral("  ");
+  if (!c.Name().isEmpty()) text += QStringLiteral("CONSTRAINT ") + c.Name() + u' ';
+  text += KeyClause(c);
+  if (c.Type() == kForeign) {
+    text +=
+        QStringLiteral(" REFERENCES ") + ReferencedTable(c) + u'(' + c.RefColumns.join(u',') + u')';
+    if (c.Flag(P::ccDeleteCascade)) text += QStringLiteral(" ON DELETE CASCADE");
+  }
+  return text + StateClause(c) + u',';
+}
+
+// Whether a loaded constraint can keep its definition: type, columns, condition, reference and
+// deferrability can only change by dropping the constraint and adding it anew.
+bool DefinitionChanged(const TConstraint& before, const TConstraint& now) {
+  if (before.Type() != now.Type()) return true;
+  if (before.Flag(P::ccDeferrable) != now.Flag(P::ccDeferrable)) return true;
+  if (now.Type() == kCheck) return Trim(before.Cell(P::ccCheck)) != Trim(now.Cell(P::ccCheck));
+  if (before.Columns != now.Columns) return true;
+  if (now.Type() != kForeign) return false;
+  return ReferencedTable(before) != ReferencedTable(now) || before.RefColumns != now.RefColumns;
+}
+
+// The check condition of a NOT NULL column constraint: the column's name (bare or in double
+// quotes, as the dictionary writes it) followed by " IS NOT NULL".
+bool IsNotNullCheck(const QString& condition, const QSet<QString>& columns) {
+  static const QString kSuffix = QStringLiteral(" IS NOT NULL");
+  const QString text = Trim(condition);
+  if (!text.endsWith(kSuffix, Qt::CaseInsensitive)) return false;
+  QString column = text.left(text.size() - kSuffix.size());
+  if (column.size() > 2 && column.startsWith(u'"') && column.endsWith(u'"'))
+    column = column.mid(1, column.size() - 2);
+  return columns.contains(column);
+}
+
+// A column of the current row; empty when the query has no such column.
+QString Field(const TKelQuery& query, const char* column) {
+  const QString name = QString::fromLatin1(column);
+  return query.HasField(name) ? query.FieldByName(name) : QString();
+}
+
+// Whether the query's current row belongs to `owner` (rows without an OWNER column do).
+bool OwnedBy(const TKelQuery& query, const QString& owner) {
+  return !query.HasField(QStringLiteral("OWNER")) ||
+         Trim(query.FieldByName(QStringLiteral("OWNER"))) == owner;
+}
+
+// Runs a handler that reads the catalog; a failure is reported by the host, not thrown into
+// the event loop.
+void Guarded(const std::function<void()>& fn) {
+  try {
+    fn();
+  } catch (const std::exception& e) {
+    if (Application())
+      Application()->esMsgBox(QString::fromUtf8(e.what()), TMsgDlgType::Error, false);
+  }
+}
+
+QToolButton* ToolButton(QToolBar* bar, const char* name, const char* caption) {
+  auto* button = new QToolButton(bar);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setText(QString::fromLatin1(caption));
+  button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  bar->addWidget(button);
+  return button;
+}
+
+}  // namespace
+
+struct TTableConstraintPage::TPrivate {
+  TKelTreeList* ConstTreeList = nullptr;
+  TKelTreeList* ConstConditionTreeList = nullptr;
+  QLabel* ConsNameLbl = nullptr;
+  QToolButton* AddCostraintBtn = nullptr;
+  QToolButton* DropCostraintBtn = nullptr;
+  QToolButton* AddCostraintConditionBtn = nullptr;
+  QToolButton* DropCostraintConditionBtn = nullptr;
+
+  TEsDBInfo* DB = nullptr;
+  QString TableName;
+  int Counter = 0;  // numbers constraints; never reused
+
+  QList<TConsDef> ConsDefTbl;
+  QList<TConsDef> BakConsDefTbl;
+  QList<QStringList> BakConstTreeList;  // the constraints as loaded, cells as in the list
+  QHash<int, QString> TypeOf;           // the last accepted type of every constraint number
+
+  // Catalog lists, read once per dialog.
+  QHash<QString, QStringList> TablesOfSchema;
+  QHash<QString, QStringList> ColumnsOfTable;
+
+  TEsDBInfo* Connection() const {
+    return DB ? DB : Application() ? Application()->CurrentDBInfo() : nullptr;
+  }
+  int Idx(int row) const { return ConstTreeList->Cell(row, ccIdx).toInt(); }
+  QString Type(int row) const { return Trim(ConstTreeList->Cell(row, ccType)); }
+  int PrimaryRow(int except = -1) const {
+    for (int r = 0; r < ConstTreeList->RowCount(); ++r)
+      if (r != except && Type(r) == kPrimary) return r;
+    return -1;
+  }
+  int NextSeq(int idx) const {
+    int seq = 0;
+    for (const TConsDef& def : ConsDefTbl)
+      if (def.Idx == idx) seq = qMax(seq, def.Seq);
+    return seq + 1;
+  }
+  QStringList Columns(int idx, bool referenced) const {
+    QStringList out;
+    for (const TConsDef& def : ConsDefTbl)
+      if (def.Idx == idx) {
+        const QString col = Trim(referenced ? def.RefCol : def.TblCol);
+        if (!col.isEmpty()) out << col;
+      }
+    return out;
+  }
+  int AddConstraintRow(const QString& type, const QString& name) {
+    const int row = ConstTreeList->AddRow();
+    ConstTreeList->SetCell(row, ccType, type);
+    ConstTreeList->SetCell(row, ccName, name);
+    ConstTreeList->SetCell(row, ccIdx, QString::number(++Counter));
+    TypeOf.insert(Counter, type);
+    return row;
+  }
+
+  QStringList Tables(const QString& schema);
+  QStringList TableColumns(const QString& schema, const QString& table);
+  TConstraint Current(int row, const QHash<int, QList<const TConsDef*>>& groups) const;
+  void FillReferenceLists(int row);
+  void RefreshConditions();
+  void UpdateConditionButtons();
+  void ApplyTypeChange(int row);
+};
+
+QStringList TTableConstraintPage::TPrivate::Tables(const QString& schema) {
+  if (schema.isEmpty()) return {};
+  auto it = TablesOfSchema.find(schema);
+  if (it != TablesOfSchema.end()) return *it;
+  QStringList list;
+  if (Application()) Application()->esOraTableList(Connection(), schema, list);
+  TablesOfSchema.insert(schema, list);
+  return list;
+}
+
+QStringList TTableConstraintPage::TPrivate::TableColumns(const QString& schema,
+                                                         const QString& table) {
+  if (schema.isEmpty() || table.isEmpty() || !Connection()) return {};
+  const QString key = schema + u'.' + table;
+  auto it = ColumnsOfTable.find(key);
+  if (it != ColumnsOfTable.end()) return *it;
+  QStringList list;
+  TKelQuery query(Connection());
+  query.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_04"));
+  query.ParamByName(QStringLiteral("P_OWNER")) = schema;
+  query.ParamByName(QStringLiteral("P_TABLE")) = table;
+  query.Open();
+  for (; !query.Eof(); query.Next()) list << query.FieldByName(QStringLiteral("COLUMN_NAME"));
+  ColumnsOfTable.insert(key, list);
+  return list;
+}
+
+TConstraint TTableConstraintPage::TPrivate::Current(
+    int row, const QHash<int, QList<const TConsDef*>>& groups) const {
+  TConstraint c;
+  c.Cells = ConstTreeList->RowCells(row);
+  FillColumns(c, groups.value(Idx(row)));
+  return c;
+}
+
+// The Referenced Table items follow the focused row's schema, the Referenced Column items its
+// table (one list per column of the grid).
+void TTableConstraintPage::TPrivate::FillReferenceLists(int row) {
+  const QString schema = row < 0 ? QString() : Trim(ConstTreeList->Cell(row, ccRefSchema));
+  const QString table = row < 0 ? QString() : Trim(ConstTreeList->Cell(row, ccRefTable));
+  ConstTreeList->SetColumnItems(ccRefTable, Tables(schema));
+  ConstConditionTreeList->SetColumnItems(dcRefCol, TableColumns(schema, table));
+}
+
+void TTableConstraintPage::TPrivate::RefreshConditions() {
+  TKelTreeList* list = ConstConditionTreeList;
+  const QSignalBlocker block(list);
+  list->ClearRows();
+  const int row = ConstTreeList->FocusedRow();
+  if (row >= 0 && Type(row) != kCheck) {
+    const int idx = Idx(row);
+    for (const TConsDef& def : ConsDefTbl) {
+      if (def.Idx != idx) continue;
+      const int r = list->AddRow();
+      list->SetCell(r, dcTblCol, def.TblCol);
+      list->SetCell(r, dcRefCol, def.RefCol);
+      list->SetCell(r, dcIdx, QString::number(def.Idx));
+      list->SetCell(r, dcSeq, QString::number(def.Seq));
+    }
+  }
+  ConsNameLbl->setText(row >= 0 ? ConstTreeList->Cell(row, ccName) : QString());
+}
+
+void TTableConstraintPage::TPrivate::UpdateConditionButtons() {
+  const int row = ConstTreeList->FocusedRow();
+  const QString type = row >= 0 ? Type(row) : QString();
+  const bool takesColumns = type == kPrimary || type == kUnique || type == kForeign;
+  AddCostraintConditionBtn->setEnabled(takesColumns);
+  DropCostraintConditionBtn->setEnabled(takesColumns);
+}
+
+// ---------------------------------------------------------------------------------------------
+
+TTableConstraintPage::TTableConstraintPage(QWidget* sheet) : QWidget(sheet), d(new TPrivate) {
+  setObjectName(QStringLiteral("ConstraintPage"));
+  if (sheet) {
+    if (!sheet->layout()) new QVBoxLayout(sheet);
+    sheet->layout()->addWidget(this);
+  }
+  auto* page = new QVBoxLayout(this);
+  page->setContentsMargins(0, 0, 0, 0);
+
+  auto* caption = new QLabel(QStringLiteral("Table Constraints :"), this);
+  caption->setObjectName(QStringLiteral("ConstLbl"));
+  page->addWidget(caption);
+
+  auto* bar = new QToolBar(this);
+  bar->setObjectName(QStringLiteral("ConstTbar"));
+  d->AddCostraintBtn = ToolButton(bar, "AddCostraintBtn", "Add Constraint");
+  d->DropCostraintBtn = ToolButton(bar, "DropCostraintBtn", "Drop Constraint");
+  page->addWidget(bar);
+
+  d->ConstTreeList = new TKelTreeList(this);
+  d->ConstTreeList->setObjectName(QStringLiteral("ConstTreeList"));
+  const auto column = [this](const char* name, const char* caption, TCellEditor editor,
+                             const QStringList& items = {}, bool visible = true) {
+    TKelTreeColumn c;
+    c.Name = QString::fromLatin1(name);
+    c.Caption = QString::fromLatin1(caption);
+    c.Editor = editor;
+    c.Items = items;
+    c.Visible = visible;
+    c.Width = editor == TCellEditor::Check ? 70 : 110;
+    d->ConstTreeList->AddColumn(c);
+  };
+  column("ConstTreeListColumn1", "Type", TCellEditor::PickList,
+         {kPrimary, kUnique, kForeign, kCheck});
+  column("ConstTreeListColumn2", "Name", TCellEditor::Text);
+  column("ConstTreeListColumn3", "Referenced Schema", TCellEditor::PickList);
+  column("ConstTreeListColumn4", "Referenced Table", TCellEditor::PickList);
+  column("ConstTreeListColumn5", "Check Constraint", TCellEditor::Text);
+  column("ConstTreeListColumn6", "Disable", TCellEditor::Check);
+  column("ConstTreeListColumn7", "Delete by Steps", TCellEditor::Check);
+  column("ConstTreeListColumn8", "Deferrable", TCellEditor::Check);
+  column("ConstTreeListColumn9", "Initially Deferred", TCellEditor::Check);
+  column("ConstTreeListColumn10", "Novalidate", TCellEditor::Check);
+  column("ConstTreeListColumn11", "Rely", TCellEditor::Check);
+  column("ConstTreeListColumn12", "Idx", TCellEditor::Text, {}, false);
+  page->addWidget(d->ConstTreeList, 2);
+
+  d->ConsNameLbl = new QLabel(this);
+  d->ConsNameLbl->setObjectName(QStringLiteral("ConsNameLbl"));
+  page->addWidget(d->ConsNameLbl);
+
+  bar = new QToolBar(this);
+  bar->setObjectName(QStringLiteral("ConstCondiTBar"));
+  d->AddCostraintConditionBtn = ToolButton(bar, "AddCostraintConditionBtn", "Add");
+  d->DropCostraintConditionBtn = ToolButton(bar, "DropCostraintConditionBtn", "Drop");
+  page->addWidget(bar);
+
+  d->ConstConditionTreeList = new TKelTreeList(this);
+  d->ConstConditionTreeList->setObjectName(QStringLiteral("ConstConditionTreeList"));
+  const auto pairColumn = [this](const char* name, const char* caption, TCellEditor editor,
+                                 bool visible) {
+    TKelTreeColumn c;
+    c.Name = QString::fromLatin1(name);
+    c.Caption = QString::fromLatin1(caption);
+    c.Editor = editor;
+    c.Visible = visible;
+    c.Width = 160;
+    d->ConstConditionTreeList->AddColumn(c);
+  };
+  pairColumn("ConstConditionTreeListColumn1", "Table Column", TCellEditor::PickList, true);
+  pairColumn("ConstConditionTreeListColumn2", "Referenced Column", TCellEditor::PickList, true);
+  pairColumn("ConstConditionTreeListColumn3", "Idx", TCellEditor::Text, false);
+  pairColumn("ConstConditionTreeListColumn4", "Seq", TCellEditor::Text, false);
+  page->addWidget(d->ConstConditionTreeList, 1);
+
+  d->AddCostraintConditionBtn->setEnabled(false);
+  d->DropCostraintConditionBtn->setEnabled(false);
+
+  connect(d->AddCostraintBtn, &QAbstractButton::clicked, this, &P::AddCostraintBtnClick);
+  connect(d->DropCostraintBtn, &QAbstractButton::clicked, this, &P::DropCostraintBtnClick);
+  connect(d->AddCostraintConditionBtn, &QAbstractButton::clicked, this,
+          &P::AddCostraintConditionBtnClick);
+  connect(d->DropCostraintConditionBtn, &QAbstractButton::clicked, this,
+          &P::DropCostraintConditionBtnClick);
+  connect(d->ConstTreeList, &TKelTreeList::EditValueChanged, this,
+          &P::ConstTreeListEditValueChanged);
+  connect(d->ConstTreeList, &TKelTreeList::FocusedRowChanged, this,
+          &P::ConstTreeListFocusedNodeChanged);
+  connect(d->ConstConditionTreeList, &TKelTreeList::EditValueChanged, this,
+          &P::ConstConditionTreeListEditValueChanged);
+}
+
+TTableConstraintPage::~TTableConstraintPage() {
+  delete d;
+}
+
+TKelTreeList* TTableConstraintPage::ConstTreeList() const {
+  return d->ConstTreeList;
+}
+TKelTreeList* TTableConstraintPage::ConstConditionTreeList() const {
+  return d->ConstConditionTreeList;
+}
+
+void TTableConstraintPage::SetDBInfo(TEsDBInfo* db) {
+  d->DB = db;
+}
+void TTableConstraintPage::SetTableName(const QString& tableName) {
+  d->TableName = Trim(tableName);
+}
+void TTableConstraintPage::SetTableColumns(const QStringList& columns) {
+  d->ConstConditionTreeList->SetColumnItems(dcTblCol, columns);
+}
+void TTableConstraintPage::SetSchemaList(const QStringList& schemas) {
+  d->ConstTreeList->SetColumnItems(ccRefSchema, schemas);
+}
+
+QString TTableConstraintPage::ColumnList(int row, bool referenced) const {
+  if (row < 0 || row >= d->ConstTreeList->RowCount()) return QString();
+  return d->Columns(d->Idx(row), referenced).join(u',');
+}
+
+// ---------------------------------------------------------------------------------------------
+// Editing.
+
+void TTableConstraintPage::AddCostraintBtnClick() {
+  const int row = d->AddConstraintRow(kUnique, AutoName(kUnique, d->TableName));
+  d->ConstTreeList->SetFocusedRow(row);
+}
+
+void TTableConstraintPage::DropCostraintBtnClick() {
+  const int row = d->ConstTreeList->FocusedRow();
+  if (row < 0) return;
+  const int idx = d->Idx(row);
+  const bool primary = d->Type(row) == kPrimary;
+  const QStringList columns = d->Columns(idx, false);
+  d->ConsDefTbl.removeIf([idx](const TConsDef& def) { return def.Idx == idx; });
+  if (primary) emit PrimaryKeyDropped(columns);
+  d->TypeOf.remove(idx);
+  d->ConstTreeList->DeleteRow(row);
+  ConstTreeListFocusedNodeChanged(d->ConstTreeList->FocusedRow());
+}
+
+void TTableConstraintPage::AddCostraintConditionBtnClick() {
+  const int row = d->ConstTreeList->FocusedRow();
+  if (row < 0 || d->Type(row) == kCheck || d->Type(row).isEmpty()) return;
+  const int idx = d->Idx(row);
+  d->ConsDefTbl.append({QString(), QString(), idx, d->NextSeq(idx)});
+  d->RefreshConditions();
+  d->ConstConditionTreeList->SetFocusedRow(d->ConstConditionTreeList->RowCount() - 1);
+  emit d->ConstConditionTreeList->RowsChanged();  // a user's edit, for the change tracker
+}
+
+void TTableConstraintPage::DropCostraintConditionBtnClick() {
+  TKelTreeList* list = d->ConstConditionTreeList;
+  const int pair = list->FocusedRow();
+  if (pair < 0) return;
+  const int idx = list->Cell(pair, dcIdx).toInt();
+  const int seq = list->Cell(pair, dcSeq).toInt();
+  const QString column = Trim(list->Cell(pair, dcTblCol));
+  d->ConsDefTbl.removeIf([=](const TConsDef& def) { return def.Idx == idx && def.Seq == seq; });
+  const int row = d->ConstTreeList->FocusedRow();
+  // A column taken out of the primary key is no longer ticked in the column list.
+  if (row >= 0 && d->Type(row) == kPrimary && !column.isEmpty() &&
+      !d->Columns(idx, false).contains(column))
+    emit PrimaryKeyDropped({column});
+  d->RefreshConditions();
+  list->SetFocusedRow(qMin(pair, list->RowCount() - 1));
+  emit list->RowsChanged();  // a user's edit, for the change tracker
+}
+
+void TTableConstraintPage::ConstConditionTreeListEditValueChanged(int row, int column) {
+  TKelTreeList* list = d->ConstConditionTreeList;
+  if (column != dcTblCol && column != dcRefCol) return;
+  const int idx = list->Cell(row, dcIdx).toInt();
+  const int seq = list->Cell(row, dcSeq).toInt();
+  for (TConsDef& def : d->ConsDefTbl)
+    if (def.Idx == idx && def.Seq == seq) {
+      def.TblCol = list->Cell(row, dcTblCol);
+      def.RefCol = list->Cell(row, dcRefCol);
+      break;
+    }
+}
+
+void TTableConstraintPage::ConstTreeListFocusedNodeChanged(int row) {
+  Guarded([&] {
+    ConstTreeListColumn1PropertiesPopup();
+    d->FillReferenceLists(row);
+    d->RefreshConditions();
+    d->UpdateConditionButtons();
+  });
+}
+
+void TTableConstraintPage::ConstTreeListColumn1PropertiesPopup() {
+  const int row = d->ConstTreeList->FocusedRow();
+  QStringList items{kUnique, kForeign, kCheck};
+  if (d->PrimaryRow(row) < 0) items.prepend(kPrimary);
+  d->ConstTreeList->SetColumnItems(ccType, items);
+}
+
+// A new type: the cells it does not use are cleared and an automatic (or empty) name becomes
+// the automatic name of the new type. A second primary key is refused.
+void TTableConstraintPage::TPrivate::ApplyTypeChange(int row) {
+  const int idx = Idx(row);
+  const QString type = Type(row);
+  const QString before = TypeOf.value(idx);
+  if (type == kPrimary && PrimaryRow(row) >= 0) {
+    ConstTreeList->SetCell(row, ccType, before);
+    return;
+  }
+  TypeOf.insert(idx, type);
+  if (type != kForeign) {
+    ConstTreeList->SetCell(row, ccRefSchema, QString());
+    ConstTreeList->SetCell(row, ccRefTable, QString());
+    ConstTreeList->SetCell(row, ccDeleteCascade, QString());
+  }
+  if (type != kCheck) ConstTreeList->SetCell(row, ccCheck, QString());
+
+  const QString name = Trim(ConstTreeList->Cell(row, ccName));
+  const bool automatic = name.isEmpty() || name == AutoName(kUnique, TableName) ||
+                         name == AutoName(kPrimary, TableName) ||
+                         name == AutoName(kForeign, TableName) ||
+                         name == AutoName(kCheck, TableName);
+  if (automatic && !type.isEmpty()) ConstTreeList->SetCell(row, ccName, AutoName(type, TableName));
+}
+
+void TTableConstraintPage::ConstTreeListEditValueChanged(int row, int column) {
+  Guarded([&] {
+    switch (column) {
+      case ccType: {
+        const int idx = d->Idx(row);
+        const bool wasPrimary = d->TypeOf.value(idx) == kPrimary;
+        d->ApplyTypeChange(row);
+        if (wasPrimary && d->Type(row) != kPrimary) emit PrimaryKeyDropped(d->Columns(idx, false));
+        ConstTreeListColumn1PropertiesPopup();
+        d->FillReferenceLists(row);
+        d->RefreshConditions();
+        d->UpdateConditionButtons();
+        break;
+      }
+      case ccName:
+        if (row == d->ConstTreeList->FocusedRow())
+          d->ConsNameLbl->setText(d->ConstTreeList->Cell(row, ccName));
+        break;
+      case ccRefSchema:
+        d->ConstTreeList->SetCell(row, ccRefTable, QString());
+        d->FillReferenceLists(row);
+        break;
+      case ccRefTable:
+        d->FillReferenceLists(row);
+        break;
+      default:
+        break;
+    }
+  });
+}
+
+// ---------------------------------------------------------------------------------------------
+// The column list's Primary Key cells.
+
+void TTableConstraintPage::PrimaryKeyColumnChanged(const QString& column, bool checked) {
+  int row = d->PrimaryRow();
+  if (row < 0) row = d->AddConstraintRow(kPrimary, AutoName(kPrimary, d->TableName));
+  const int idx = d->Idx(row);
+  const QString name = Trim(column);
+  if (checked) {
+    if (!d->Columns(idx, false).contains(name))
+      d->ConsDefTbl.append({name, QString(), idx, d->NextSeq(idx)});
+  } else {
+    d->ConsDefTbl.removeIf(
+        [&](const TConsDef& def) { return def.Idx == idx && Trim(def.TblCol) == name; });
+  }
+  if (d->ConstTreeList->FocusedRow() == row)
+    ConstTreeListFocusedNodeChanged(row);  // same row: refresh the pairs shown
+  else
+    d->ConstTreeList->SetFocusedRow(row);
+}
+
+QStringList TTableConstraintPage::PrimaryKeyColumns() const {
+  const int row = d->PrimaryRow();
+  return row < 0 ? QStringList() : d->Columns(d->Idx(row), false);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Alter mode: loading.
+
+void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
+                                           const QString& table, const QStringList& columns) {
+  d->DB = db;
+  d->ConstTreeList->ClearRows();
+  d->ConsDefTbl.clear();
+  d->BakConsDefTbl.clear();
+  d->BakConstTreeList.clear();
+  d->TypeOf.clear();
+
+  static const QHash<QString, QString> kTypes = {
+      {QStringLiteral("Check"), kCheck},
+      {QStringLiteral("Unique Key"), kUnique},
+      {QStringLiteral("Primary Key"), kPrimary},
+      {QStringLiteral("Referential Integrity"), kForeign}};
+  const QSet<QString> columnSet(columns.begin(), columns.end());
+  const auto flag = [](bool on) { return on ? kTrue : kFalse; };
+
+  TKelQuery list(db);
+  list.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_01"));
+  list.ParamByName(QStringLiteral("P_OWNER")) = owner;
+  list.ParamByName(QStringLiteral("P_TABLE")) = table;
+  list.Open();
+
+  TKelQuery refTable(db);
+  refTable.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_02"));
+  TKelQuery pairs(db);
+  pairs.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_03"));
+  QHash<QString, QString> tableOfConstraint;  // referenced constraint -> its table
+
+  for (; !list.Eof(); list.Next()) {
+    const QString type = kTypes.value(Trim(Field(list, "Type")));
+    if (type.isEmpty()) continue;  // a view or object constraint: not the table's own
+    const QString condition = Field(list, "Search Condition");
+    if (type == kCheck && IsNotNullCheck(condition, columnSet)) continue;
+
+    // A name the database generated (SYS_C...) is listed as it is: it is the only handle the
+    // ALTER statements have on the constraint.
+    const QString name = Trim(Field(list, "Constraint"));
+    const int row = d->AddConstraintRow(type, name);
+    TKelTreeList* tl = d->ConstTreeList;
+    if (type == kCheck) tl->SetCell(row, ccCheck, condition);
+    if (type == kForeign) {
+      const QString refOwner = Trim(Field(list, "Ref. Owner"));
+      const QString refConst = Trim(Field(list, "Ref. Const"));
+      const QString key = refOwner + u'.' + refConst;
+      if (!tableOfConstraint.contains(key)) {
+        refTable.ParamByName(QStringLiteral("P_NAME")) = refConst;
+        refTable.Open();
+        // The name may exist in several schemas: the referenced owner's row wins.
+        QString found = Trim(Field(refTable, "TABLE_NAME"));
+        for (; !refTable.Eof(); refTable.Next())
+          if (OwnedBy(refTable, refOwner)) {
+            found = Trim(Field(refTable, "TABLE_NAME"));
+            break;
+          }
+        tableOfConstraint.insert(key, found);
+      }
+      tl->SetCell(row, ccRefSchema, refOwner);
+      tl->SetCell(row, ccRefTable, tableOfConstraint.value(key));
+    }
+    tl->SetCell(row, ccDisable, flag(Trim(Field(list, "Status")) != u"ENABLED"));
+    tl->SetCell(row, ccDeleteCascade, flag(Trim(Field(list, "Delete Rule")) == u"CASCADE"));
+    tl->SetCell(row, ccDeferrable, flag(Trim(Field(list, "Deferrable")) != u"NOT DEFERRABLE"));
+    tl->SetCell(row, ccDeferred, flag(Trim(Field(list, "Deferred")) != u"IMMEDIATE"));
+    tl->SetCell(row, ccNovalidate, flag(Trim(Field(list, "Validated")) != u"VALIDATED"));
+    tl->SetCell(row, ccRely, flag(!Trim(Field(list, "Rely")).isEmpty()));
+
+    if (type != kCheck) {
+      const int idx = d->Idx(row);
+      pairs.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
+      pairs.Open();
+      int seq = 0;
+      for (; !pairs.Eof(); pairs.Next()) {
+        if (pairs.HasField(QStringLiteral("OWNER")) && !OwnedBy(pairs, owner)) continue;
+        TConsDef def{Trim(Field(pairs, "COLUMN_NAME")), QString(), idx, ++seq};
+        if (type == kForeign) def.RefCol = Trim(Field(pairs, "R_COLUMN_NAME"));
+        d->ConsDefTbl.append(def);
+      }
+    }
+    d->BakConstTreeList.append(tl->RowCells(row));
+  }
+  d->BakConsDefTbl = d->ConsDefTbl;
+  if (d->ConstTreeList->RowCount() > 0) d->ConstTreeList->SetFocusedRow(0);
+  ConstTreeListFocusedNodeChanged(d->ConstTreeList->FocusedRow());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Statement text.
+
+QString TTableConstraintPage::CreateClauses() const {
+  const auto groups = GroupByIdx(d->ConsDefTbl);
+  QString text;
+  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
+    const TConstraint c = d->Current(row, groups);
+    if (!c.Type().isEmpty()) text += CreateClause(c);
+  }
+  return text;
+}
+
+namespace {
+
+// ALTER TABLE ... ADD: the statement's lines, the last one ending in ";" and CR.
+void AddConstraintStatement(TSqlMemo& memo, const QString& header, const TConstraint& c) {
+  memo.Add(header);
+  QString body;
+  if (c.Name().isEmpty()) {
+    body = QStringLiteral("  ADD ");
+  } else {
+    memo.Add(QStringLiteral("  ADD CONSTRAINT %1").arg(c.Name()));
+    body = QStringLiteral("  ");
+  }
+  body += KeyClause(c);
+  if (c.Type() == kForeign) {
+    body += QString(CR) + QStringLiteral("   REFERENCES ") + ReferencedTable(c) +
+            QStringLiteral("  (") + c.RefColumns.join(u',') + u')';
+    if (c.Flag(P::ccDeleteCascade)) body += QString(CR) + QStringLiteral("   ON DELETE CASCADE");
+  }
+  memo.Add(body + StateClause(c) + u';' + CR);
+}
+
+void DropConstraintStatement(TSqlMemo& memo, const QString& header, const TConstraint& loaded) {
+  memo.Add(header);
+  if (loaded.Type() == kPrimary)
+    memo.Add(QStringLiteral("  DROP PRIMARY KEY CASCADE;"));
+  else
+    memo.Add(QStringLiteral("  DROP CONSTRAINT %1 CASCADE;").arg(loaded.Name()));
+}
+
+void ModifyConstraintStatement(TSqlMemo& memo, const QString& header, const QString& name,
+                               const QString& change) {
+  memo.Add(header);
+  memo.Add(QStringLiteral("  MODIFY CONSTRAINT %1").arg(name));
+  memo.Add(QStringLiteral("  ") + change);
+}
+
+}  // namespace
+
+void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& schema,
+                                              const QString& table) const {
+  const QString header = QStringLiteral("ALTER TABLE %1.%2").arg(schema, table);
+  const auto groups = GroupByIdx(d->ConsDefTbl);
+  const auto loadedGroups = GroupByIdx(d->BakConsDefTbl);
+  QHash<int, int> rowOfIdx;
+  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) rowOfIdx.insert(d->Idx(row), row);
+
+  QSet<int> loadedKept;  // loaded constraints that stay (possibly renamed or modified)
+  for (const QStringList& cells : d->BakConstTreeList) {
+    TConstraint before;
+    before.Cells = cells;
+    const int idx = cells.value(ccIdx).toInt();
+    FillColumns(before, loadedGroups.value(idx));
+    const auto found = rowOfIdx.constFind(idx);
+    if (found == rowOfIdx.constEnd()) {
+      DropConstraintStatement(memo, header, before);
+      continue;
+    }
+    const TConstraint now = d->Current(*found, groups);
+    // A new definition replaces the constraint: dropped here, added with the new ones below.
+    if (DefinitionChanged(before, now)) {
+      DropConstraintStatement(memo, header, before);
+      continue;
+    }
+    loadedKept.insert(idx);
+
+    QString name = before.Name();
+    if (!now.Name().isEmpty() && now.Name() != before.Name()) {
+      memo.Add(header);
+      memo.Add(QStringLiteral("  RENAME CONSTRAINT %1").arg(before.Name()));
+      memo.Add(QStringLiteral("  TO %1 ;").arg(now.Name()));
+      name = now.Name();
+    }
+    const auto changed = [&](int cell) { return before.Flag(cell) != now.Flag(cell); };
+    if (changed(ccDisable))
+      ModifyConstraintStatement(
+          memo, header, name,
+          now.Flag(ccDisable) ? QStringLiteral("DISABLE;") : QStringLiteral("ENABLE;"));
+    if (changed(ccDeleteCascade))
+      ModifyConstraintStatement(memo, header, name, QStringLiteral("ON DELETE CASCADE;"));
+    if (changed(ccDeferred))
+      ModifyConstraintStatement(memo, header, name,
+                                now.Flag(ccDeferred) ? QStringLiteral("INITIALLY DEFERRED;")
+                                                     : QStringLiteral("INITIALLY IMMEDIATE;"));
+    if (changed(ccNovalidate))
+      ModifyConstraintStatement(
+          memo, header, name,
+          now.Flag(ccNovalidate) ? QStringLiteral("NOVALIDATE;") : QStringLiteral("VALIDATE;"));
+    if (changed(ccRely))
+      ModifyConstraintStatement(
+          memo, header, name,
+          now.Flag(ccRely) ? QStringLiteral("RELY;") : QStringLiteral("NORELY;"));
+  }
+
+  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
+    if (loadedKept.contains(d->Idx(row))) continue;
+    const TConstraint c = d->Current(row, groups);
+    if (!c.Type().isEmpty()) AddConstraintStatement(memo, header, c);
+  }
+}
+
+}  // namespace kel

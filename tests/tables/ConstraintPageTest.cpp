@@ -1,0 +1,344 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QSignalSpy>
+
+#include "plugin/KelTreeList.h"
+#include "tables/TableConstraints.h"
+#include "tests/support/TestHost.h"
+
+using namespace kel;
+using P = TTableConstraintPage;
+
+// Readable failures: the text with its control characters spelled out.
+static void PrintTo(const QString& s, std::ostream* os) {
+  *os << '"' << QString(s).replace("\r", "\\r").toStdString() << '"';
+}
+
+namespace {
+
+// The constraints of HR.EMP as the dictionary reports them: a primary key with a generated
+// name, a unique key, a foreign key to DEPT, a check and two NOT NULL column checks (one in the
+// dictionary's quoted form, one bare).
+const char* const kCatalog = R"({
+  'connection': {'user': 'HR', 'users': ['HR', 'APP'], 'tables': {'HR': ['DEPT', 'EMP']}},
+  'catalog': {
+    'CreateTableFrn.Constraint_01': [
+      {'Generated': 'GENERATED NAME', 'Type': 'Primary Key', 'Search Condition': '',
+       'Ref. Owner': '', 'Ref. Const': '', 'Delete Rule': '', 'Constraint': 'SYS_C0011',
+       'Status': 'ENABLED', 'Deferrable': 'NOT DEFERRABLE', 'Deferred': 'IMMEDIATE',
+       'Validated': 'VALIDATED', 'Rely': ''},
+      {'Generated': 'USER NAME', 'Type': 'Unique Key', 'Search Condition': '',
+       'Ref. Owner': '', 'Ref. Const': '', 'Delete Rule': '', 'Constraint': 'EMP_MAIL_UK',
+       'Status': 'DISABLED', 'Deferrable': 'DEFERRABLE', 'Deferred': 'DEFERRED',
+       'Validated': 'NOT VALIDATED', 'Rely': 'RELY'},
+      {'Generated': 'USER NAME', 'Type': 'Referential Integrity', 'Search Condition': '',
+       'Ref. Owner': 'HR', 'Ref. Const': 'DEPT_PK', 'Delete Rule': 'CASCADE',
+       'Constraint': 'EMP_DEPT_FK', 'Status': 'ENABLED', 'Deferrable': 'NOT DEFERRABLE',
+       'Deferred': 'IMMEDIATE', 'Validated': 'VALIDATED', 'Rely': ''},
+      {'Generated': 'USER NAME', 'Type': 'Check', 'Search Condition': 'SAL > 0',
+       'Ref. Owner': '', 'Ref. Const': '', 'Delete Rule': '', 'Constraint': 'EMP_SAL_CK',
+       'Status': 'ENABLED', 'Deferrable': 'NOT DEFERRABLE', 'Deferred': 'IMMEDIATE',
+       'Validated': 'VALIDATED', 'Rely': ''},
+      {'Generated': 'GENERATED NAME', 'Type': 'Check', 'Search Condition': '\"ID\" IS NOT NULL',
+       'Constraint': 'SYS_C0012', 'Status': 'ENABLED', 'Deferrable': 'NOT DEFERRABLE',
+       'Deferred': 'IMMEDIATE', 'Validated': 'VALIDATED', 'Rely': ''},
+      {'Generated': 'GENERATED NAME', 'Type': 'Check', 'Search Condition': 'MAIL IS NOT NULL',
+       'Constraint': 'SYS_C0013', 'Status': 'ENABLED', 'Deferrable': 'NOT DEFERRABLE',
+       'Deferred': 'IMMEDIATE', 'Validated': 'VALIDATED', 'Rely': ''}],
+    'CreateTableFrn.Constraint_02': [
+      {'binds': {'P_NAME': 'DEPT_PK'}, 'rows': [{'TABLE_NAME': 'DEPT', 'OWNER': 'HR'}]}],
+    'CreateTableFrn.Constraint_03': [
+      {'binds': {'P_CONSTRAINT': 'SYS_C0011'}, 'rows': [{'COLUMN_NAME': 'ID', 'OWNER': 'HR'}]},
+      {'binds': {'P_CONSTRAINT': 'EMP_MAIL_UK'},
+       'rows': [{'COLUMN_NAME': 'MAIL', 'OWNER': 'APP'}, {'COLUMN_NAME': 'MAIL', 'OWNER': 'HR'},
+                {'COLUMN_NAME': 'ORG', 'OWNER': 'HR'}]},
+      {'binds': {'P_CONSTRAINT': 'EMP_DEPT_FK'},
+       'rows': [{'COLUMN_NAME': 'DEPT_ID', 'R_COLUMN_NAME': 'ID', 'OWNER': 'HR'}]}],
+    'CreateTableFrn.Constraint_04': [
+      {'binds': {'P_OWNER': 'HR', 'P_TABLE': 'DEPT'}, 'rows': [{'COLUMN_NAME': 'ID'},
+                                                              {'COLUMN_NAME': 'NAME'}]}]
+  }
+})";
+
+const QString CR1 = QString(CR);
+
+class ConstraintPage : public ::testing::Test {
+ protected:
+  ConstraintPage() : Host(test::Json(kCatalog)), Page(&Sheet) {
+    Page.SetTableName(" T ");
+    Page.SetTableColumns({"A", "B", "C"});
+    Page.SetSchemaList({"APP", "HR"});
+  }
+  TKelTreeList* List() { return Page.ConstTreeList(); }
+  TKelTreeList* Pairs() { return Page.ConstConditionTreeList(); }
+  void Edit(int row, int col, const QString& value) {
+    QString why;
+    ASSERT_TRUE(List()->EditCell(row, col, value, &why)) << why.toStdString();
+  }
+  void AddPair(int row, const QString& column, const QString& referenced = {}) {
+    List()->SetFocusedRow(row);
+    Page.AddCostraintConditionBtnClick();
+    const int pair = Pairs()->RowCount() - 1;
+    ASSERT_TRUE(Pairs()->EditCell(pair, P::dcTblCol, column));
+    if (!referenced.isEmpty()) {
+      QString why;
+      ASSERT_TRUE(Pairs()->EditCell(pair, P::dcRefCol, referenced, &why)) << why.toStdString();
+    }
+  }
+  QStringList AlterLines() {
+    TSqlMemo memo;
+    Page.AlterConstraintSql(memo, "HR", "EMP");
+    return memo.Lines();
+  }
+  void LoadEmp() {
+    Page.SetTableColumns({"ID", "MAIL", "DEPT_ID", "SAL"});
+    Page.LoadConstraints(Host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL"});
+  }
+
+  test::TTestHost Host;
+  QWidget Sheet;
+  TTableConstraintPage Page;
+};
+
+}  // namespace
+
+TEST_F(ConstraintPage, AutomaticNamesFollowTheTypeButTypedNamesStay) {
+  Page.AddCostraintBtnClick();
+  Page.AddCostraintBtnClick();
+  // Every constraint of one type gets the same name; uniqueness is the database's business.
+  EXPECT_EQ(List()->Cell(0, P::ccName), "UNI_T");
+  EXPECT_EQ(List()->Cell(1, P::ccName), "UNI_T");
+  EXPECT_EQ(List()->Cell(0, P::ccType), "UNIQUE");
+  EXPECT_NE(List()->Cell(0, P::ccIdx), List()->Cell(1, P::ccIdx));
+
+  Edit(0, P::ccType, "PRIMARY");
+  EXPECT_EQ(List()->Cell(0, P::ccName), "PK_T");
+  Edit(0, P::ccType, "CHECK");
+  EXPECT_EQ(List()->Cell(0, P::ccName), "CHK_T");
+
+  Edit(1, P::ccName, "EMP_UK");
+  EXPECT_EQ(Page.findChild<QLabel*>("ConsNameLbl")->text(), "EMP_UK");
+  Edit(1, P::ccType, "FOREIGN");
+  EXPECT_EQ(List()->Cell(1, P::ccName), "EMP_UK");
+
+  Edit(1, P::ccName, "");
+  Edit(1, P::ccType, "CHECK");
+  EXPECT_EQ(List()->Cell(1, P::ccName), "CHK_T");
+}
+
+TEST_F(ConstraintPage, OnlyOneRowCanBePrimary) {
+  Page.AddCostraintBtnClick();
+  Page.AddCostraintBtnClick();
+  List()->SetFocusedRow(0);
+  EXPECT_EQ(List()->Column(P::ccType).Items,
+            QStringList({"PRIMARY", "UNIQUE", "FOREIGN", "CHECK"}));
+  Edit(0, P::ccType, "PRIMARY");
+  List()->SetFocusedRow(1);
+  EXPECT_EQ(List()->Column(P::ccType).Items, QStringList({"UNIQUE", "FOREIGN", "CHECK"}));
+  // The focused primary row itself keeps the item, first in the list.
+  List()->SetFocusedRow(0);
+  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  // Choosing the type on another row focuses that row first: "PRIMARY" is not offered there.
+  QString why;
+  EXPECT_FALSE(List()->EditCell(1, P::ccType, "PRIMARY", &why));
+  EXPECT_EQ(List()->Cell(1, P::ccType), "UNIQUE");
+  EXPECT_EQ(List()->Cell(1, P::ccName), "UNI_T");
+}
+
+TEST_F(ConstraintPage, TypeChangeClearsTheCellsTheNewTypeDoesNotUse) {
+  Page.AddCostraintBtnClick();
+  Edit(0, P::ccType, "FOREIGN");
+  Edit(0, P::ccRefSchema, "HR");
+  EXPECT_EQ(List()->Column(P::ccRefTable).Items, QStringList({"DEPT", "EMP"}));
+  Edit(0, P::ccRefTable, "DEPT");
+  EXPECT_EQ(Pairs()->Column(P::dcRefCol).Items, QStringList({"ID", "NAME"}));
+  Edit(0, P::ccDeleteCascade, "True");
+  Edit(0, P::ccRely, "True");
+  // A new referenced schema empties the referenced table.
+  Edit(0, P::ccRefSchema, "APP");
+  EXPECT_EQ(List()->Cell(0, P::ccRefTable), "");
+  Edit(0, P::ccType, "CHECK");
+  EXPECT_EQ(List()->Cell(0, P::ccRefSchema), "");
+  EXPECT_EQ(List()->Cell(0, P::ccDeleteCascade), "");
+  EXPECT_EQ(List()->Cell(0, P::ccRely), "True");
+  Edit(0, P::ccCheck, "A > 0");
+  Edit(0, P::ccType, "UNIQUE");
+  EXPECT_EQ(List()->Cell(0, P::ccCheck), "");
+}
+
+TEST_F(ConstraintPage, PairButtonsAndPairsFollowTheFocusedConstraint) {
+  auto* add = Page.findChild<QAbstractButton*>("AddCostraintConditionBtn");
+  auto* drop = Page.findChild<QAbstractButton*>("DropCostraintConditionBtn");
+  EXPECT_FALSE(add->isEnabled());
+  Page.AddCostraintBtnClick();
+  EXPECT_TRUE(add->isEnabled());
+  AddPair(0, "A");
+  AddPair(0, "B");
+  Page.AddCostraintBtnClick();
+  Edit(1, P::ccType, "CHECK");
+  EXPECT_FALSE(add->isEnabled());
+  EXPECT_FALSE(drop->isEnabled());
+  EXPECT_EQ(Pairs()->RowCount(), 0);
+
+  List()->SetFocusedRow(0);
+  ASSERT_EQ(Pairs()->RowCount(), 2);
+  EXPECT_EQ(Page.ColumnList(0), "A,B");
+  Pairs()->SetFocusedRow(0);
+  Page.DropCostraintConditionBtnClick();
+  EXPECT_EQ(Page.ColumnList(0), "B");
+  AddPair(0, "C");
+  EXPECT_EQ(Page.ColumnList(0), "B,C");
+  EXPECT_EQ(Pairs()->Cell(1, P::dcSeq), "3");  // sequence numbers are not reused
+}
+
+TEST_F(ConstraintPage, PrimaryKeyCellsBuildAndDropThePrimaryKey) {
+  QSignalSpy dropped(&Page, &P::PrimaryKeyDropped);
+  Page.PrimaryKeyColumnChanged("A", true);
+  Page.PrimaryKeyColumnChanged("B", true);
+  Page.PrimaryKeyColumnChanged("A", true);  // ticked twice: listed once
+  ASSERT_EQ(List()->RowCount(), 1);
+  EXPECT_EQ(List()->Cell(0, P::ccType), "PRIMARY");
+  EXPECT_EQ(List()->Cell(0, P::ccName), "PK_T");
+  EXPECT_EQ(List()->FocusedRow(), 0);
+  EXPECT_EQ(Page.PrimaryKeyColumns(), QStringList({"A", "B"}));
+  Page.PrimaryKeyColumnChanged("A", false);
+  EXPECT_EQ(Page.PrimaryKeyColumns(), QStringList({"B"}));
+  EXPECT_EQ(Pairs()->RowCount(), 1);
+
+  Page.DropCostraintBtnClick();
+  EXPECT_EQ(List()->RowCount(), 0);
+  ASSERT_EQ(dropped.count(), 1);
+  EXPECT_EQ(dropped.at(0).at(0).toStringList(), QStringList({"B"}));
+  // The next primary key gets a fresh number.
+  Page.PrimaryKeyColumnChanged("C", true);
+  EXPECT_EQ(List()->Cell(0, P::ccIdx), "2");
+}
+
+TEST_F(ConstraintPage, CreateClausesWriteEveryTypeAndState) {
+  Page.PrimaryKeyColumnChanged("A", true);
+  Page.AddCostraintBtnClick();  // unnamed unique, disabled without novalidate
+  Edit(1, P::ccName, "");
+  Edit(1, P::ccDisable, "True");
+  AddPair(1, "B");
+  AddPair(1, "C");
+  Page.AddCostraintBtnClick();  // foreign key with cascade and every flag
+  Edit(2, P::ccType, "FOREIGN");
+  Edit(2, P::ccRefSchema, "HR");
+  Edit(2, P::ccRefTable, "DEPT");
+  Edit(2, P::ccDeleteCascade, "True");
+  Edit(2, P::ccDeferrable, "True");
+  Edit(2, P::ccDeferred, "True");
+  Edit(2, P::ccRely, "True");
+  Edit(2, P::ccNovalidate, "True");
+  AddPair(2, "B", "ID");
+  Page.AddCostraintBtnClick();  // foreign key without referenced columns
+  Edit(3, P::ccType, "FOREIGN");
+  Edit(3, P::ccName, "FK2");
+  Page.AddCostraintBtnClick();  // check, disabled and not validated
+  Edit(4, P::ccType, "CHECK");
+  Edit(4, P::ccCheck, "A > 0");
+  Edit(4, P::ccDisable, "True");
+  Edit(4, P::ccNovalidate, "True");
+  Page.AddCostraintBtnClick();  // no type: skipped
+  Edit(5, P::ccType, "");
+
+  EXPECT_EQ(Page.CreateClauses(),
+            CR1 + "  CONSTRAINT PK_T PRIMARY KEY(A)," + CR1 + "  UNIQUE(B,C) DISABLE VALIDATE," +
+                CR1 +
+                "  CONSTRAINT FK_T FOREIGN KEY(B) REFERENCES HR.DEPT(ID) ON DELETE CASCADE"
+                " DEFERRABLE INITIALLY DEFERRED RELY NOVALIDATE," +
+                CR1 + "  CONSTRAINT FK2 FOREIGN KEY() REFERENCES .()," + CR1 +
+                "  CONSTRAINT CHK_T CHECK(A > 0) DISABLE,");
+}
+
+TEST_F(ConstraintPage, LoadingListsTheTableConstraintsAndAltersNothingUntouched) {
+  LoadEmp();
+  ASSERT_EQ(List()->RowCount(), 4);  // the two NOT NULL checks are not listed
+  EXPECT_EQ(List()->RowCells(0).mid(0, 11),
+            QStringList({"PRIMARY", "SYS_C0011", "", "", "", "False", "False", "False", "False",
+                         "False", "False"}));
+  EXPECT_EQ(List()->RowCells(1).mid(5, 6),
+            QStringList({"True", "False", "True", "True", "True", "True"}));
+  EXPECT_EQ(List()->RowCells(2).mid(0, 7),
+            QStringList({"FOREIGN", "EMP_DEPT_FK", "HR", "DEPT", "", "False", "True"}));
+  EXPECT_EQ(List()->Cell(3, P::ccCheck), "SAL > 0");
+  // Columns of a same-named constraint in another schema are left out.
+  EXPECT_EQ(Page.ColumnList(1), "MAIL,ORG");
+  EXPECT_EQ(Page.ColumnList(2, true), "ID");
+  EXPECT_EQ(Page.PrimaryKeyColumns(), QStringList({"ID"}));
+  EXPECT_EQ(AlterLines(), QStringList());
+}
+
+TEST_F(ConstraintPage, AlterWritesOneStatementPerChange) {
+  LoadEmp();
+  Edit(1, P::ccName, "EMP_MAIL_UQ");
+  Edit(1, P::ccDisable, "False");
+  Edit(1, P::ccRely, "False");
+  Edit(1, P::ccNovalidate, "False");
+  Edit(1, P::ccDeferred, "False");
+  Edit(2, P::ccDeleteCascade, "False");
+  Edit(2, P::ccName, "");  // an emptied name keeps the loaded one
+  List()->SetFocusedRow(0);
+  Page.DropCostraintBtnClick();
+  EXPECT_EQ(AlterLines(), QStringList({"ALTER TABLE HR.EMP",
+                                       "  DROP PRIMARY KEY CASCADE;",
+                                       "ALTER TABLE HR.EMP",
+                                       "  RENAME CONSTRAINT EMP_MAIL_UK",
+                                       "  TO EMP_MAIL_UQ ;",
+                                       "ALTER TABLE HR.EMP",
+                                       "  MODIFY CONSTRAINT EMP_MAIL_UQ",
+                                       "  ENABLE;",
+                                       "ALTER TABLE HR.EMP",
+                                       "  MODIFY CONSTRAINT EMP_MAIL_UQ",
+                                       "  INITIALLY IMMEDIATE;",
+                                       "ALTER TABLE HR.EMP",
+                                       "  MODIFY CONSTRAINT EMP_MAIL_UQ",
+                                       "  VALIDATE;",
+                                       "ALTER TABLE HR.EMP",
+                                       "  MODIFY CONSTRAINT EMP_MAIL_UQ",
+                                       "  NORELY;",
+                                       "ALTER TABLE HR.EMP",
+                                       "  MODIFY CONSTRAINT EMP_DEPT_FK",
+                                       "  ON DELETE CASCADE;"}));
+}
+
+TEST_F(ConstraintPage, AlterAddsNewConstraintsNamedOrNot) {
+  LoadEmp();
+  Page.AddCostraintBtnClick();
+  Edit(4, P::ccType, "FOREIGN");
+  Edit(4, P::ccRefSchema, "HR");
+  Edit(4, P::ccRefTable, "DEPT");
+  Edit(4, P::ccDeleteCascade, "True");
+  Edit(4, P::ccDisable, "True");
+  AddPair(4, "DEPT_ID", "ID");
+  Page.AddCostraintBtnClick();
+  Edit(5, P::ccType, "CHECK");
+  Edit(5, P::ccName, "");
+  Edit(5, P::ccCheck, "SAL < 100");
+  EXPECT_EQ(AlterLines(),
+            QStringList({"ALTER TABLE HR.EMP", "  ADD CONSTRAINT FK_T",
+                         "  FOREIGN KEY(DEPT_ID)" + CR1 + "   REFERENCES HR.DEPT  (ID)" + CR1 +
+                             "   ON DELETE CASCADE DISABLE VALIDATE;" + CR1,
+                         "ALTER TABLE HR.EMP", "  ADD CHECK(SAL < 100);" + CR1}));
+}
+
+// A loaded constraint whose columns or condition change is dropped and added anew: the
+// database cannot change either in place.
+TEST_F(ConstraintPage, AlterReplacesAConstraintWhoseDefinitionChanged) {
+  LoadEmp();
+  List()->SetFocusedRow(1);
+  Pairs()->SetFocusedRow(1);
+  Page.DropCostraintConditionBtnClick();  // EMP_MAIL_UK on MAIL only
+  Edit(3, P::ccCheck, "SAL >= 0");
+  Edit(0, P::ccName, "EMP_PK");  // a rename alone stays a rename
+  EXPECT_EQ(AlterLines(),
+            QStringList({"ALTER TABLE HR.EMP", "  RENAME CONSTRAINT SYS_C0011", "  TO EMP_PK ;",
+                         "ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_MAIL_UK CASCADE;",
+                         "ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_SAL_CK CASCADE;",
+                         "ALTER TABLE HR.EMP", "  ADD CONSTRAINT EMP_MAIL_UK",
+                         "  UNIQUE(MAIL) DEFERRABLE INITIALLY DEFERRED RELY DISABLE;" + CR1,
+                         "ALTER TABLE HR.EMP", "  ADD CONSTRAINT EMP_SAL_CK",
+                         "  CHECK(SAL >= 0);" + CR1}));
+}
