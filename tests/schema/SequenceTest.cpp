@@ -202,11 +202,7 @@ TEST(SequenceCatalog, InfoReturnsTheSevenColumnsAsTheDialogReadsThem) {
 // The alter mode on the demo database: the dialog shows what the dictionary holds.
 
 TEST(SequenceCatalog, AlterLoadsDemoSequences) {
-  QTemporaryDir dir;
-  QString error;
-  auto connection = host::OpenConnection("demo:" + dir.filePath("demo.db"), &error);
-  ASSERT_TRUE(connection) << error.toStdString();
-  host::TRecordingHost recorder(connection.get(), {});
+  host::TRecordingHost recorder(test::DemoConnection(), {});
   SetApplication(&recorder);
   auto load = [](const char* schema, const char* name) {
     auto* form = new TCreateSequenceFrm(nullptr);

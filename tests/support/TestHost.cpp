@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
 
+#include "host/core/SqlConnection.h"
 #include "plugin/Dispatch.h"
 
 namespace test {
@@ -13,6 +15,18 @@ void NOD_CALL TestOpen(kel::THost* host, int* result, QWidget* parent, kel::TXLi
                        const char* word) {
   kel::SetApplication(host);
   kel::Dispatch(QString::fromUtf8(word), result, parent, link);
+}
+
+host::TConnection* DemoConnection() {
+  // Kept for the whole program: the connection must outlive every dialog that used it.
+  static QTemporaryDir* dir = new QTemporaryDir;
+  static host::TConnection* connection = [] {
+    QString error;
+    auto c = host::OpenConnection("demo:" + dir->filePath("demo.db"), &error);
+    if (!c) qFatal("cannot create the demo database: %s", qPrintable(error));
+    return c.release();
+  }();
+  return connection;
 }
 
 QJsonObject Json(const char* text) {

@@ -16,6 +16,9 @@ namespace test {
 void NOD_CALL TestOpen(kel::THost* host, int* result, QWidget* parent, kel::TXLink* link,
                        const char* word);
 
+// The demo database, created once per test program in a temporary folder.
+host::TConnection* DemoConnection();
+
 // Parses a JSON object written in a test (single quotes allowed for readability).
 QJsonObject Json(const char* text);
 

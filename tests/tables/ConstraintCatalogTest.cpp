@@ -5,6 +5,7 @@
 
 #include "host/core/RecordingHost.h"
 #include "host/core/SqlConnection.h"
+#include "tests/support/TestHost.h"
 #include "plugin/KelForms.h"
 #include "plugin/KelQuery.h"
 #include "plugin/KelTreeList.h"
@@ -17,16 +18,7 @@ namespace {
 
 class ConstraintCatalog : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    Dir = new QTemporaryDir;
-    QString error;
-    Connection = host::OpenConnection("demo:" + Dir->filePath("demo.db"), &error).release();
-    ASSERT_NE(Connection, nullptr) << error.toStdString();
-  }
-  static void TearDownTestSuite() {
-    delete Connection;
-    delete Dir;
-  }
+  static void SetUpTestSuite() { Connection = test::DemoConnection(); }
   void SetUp() override {
     Recorder = std::make_unique<host::TRecordingHost>(Connection, QJsonObject());
     SetApplication(Recorder.get());
@@ -51,7 +43,6 @@ class ConstraintCatalog : public ::testing::Test {
     page.LoadConstraints(Connection, "APP", table, columns);
   }
 
-  static inline QTemporaryDir* Dir = nullptr;
   static inline host::TConnection* Connection = nullptr;
   std::unique_ptr<host::TRecordingHost> Recorder;
 };

@@ -9,6 +9,7 @@
 
 #include "host/core/RecordingHost.h"
 #include "host/core/SqlConnection.h"
+#include "tests/support/TestHost.h"
 #include "plugin/KelQuery.h"
 #include "plugin/KelTreeList.h"
 #include "tables/CreateTableFrn.h"
@@ -25,16 +26,7 @@ namespace {
 
 class TableCatalog : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    Dir = new QTemporaryDir;
-    QString error;
-    Connection = host::OpenConnection("demo:" + Dir->filePath("demo.db"), &error).release();
-    ASSERT_NE(Connection, nullptr) << error.toStdString();
-  }
-  static void TearDownTestSuite() {
-    delete Connection;
-    delete Dir;
-  }
+  static void SetUpTestSuite() { Connection = test::DemoConnection(); }
 
   // The rows of a catalog query as "column=value" lists.
   static QList<QMap<QString, QString>> Rows(const char* key,
@@ -73,7 +65,6 @@ class TableCatalog : public ::testing::Test {
     Recorder.reset();
   }
 
-  static inline QTemporaryDir* Dir = nullptr;
   static inline host::TConnection* Connection = nullptr;
   std::unique_ptr<host::TRecordingHost> Recorder;
 };
