@@ -11,11 +11,11 @@ namespace kel {
 enum class TCellEditor { Text, PickList, Spin, Check };
 
 struct TKelTreeColumn {
-  QString Name = {};  // the column object's name, e.g. "ColumnTreeColumnType"
+  QString Name = {};     // the column object's name, e.g. "ColumnTreeColumnType"
   QString Caption = {};  // header text
   TCellEditor Editor = TCellEditor::Text;
   QStringList Items = {};  // pick-list items
-  int Min = 0;        // spin range
+  int Min = 0;             // spin range
   int Max = 0;
   bool Editable = true;
   bool Visible = true;

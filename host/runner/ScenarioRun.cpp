@@ -14,11 +14,11 @@
 #include <QThread>
 #include <QTimer>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <climits>
+#include <condition_variable>
 #include <cstdio>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 #include "host/core/FixtureConnection.h"
@@ -52,7 +52,8 @@ class THardWatchdog {
       : FThread([this, ms] {
           std::unique_lock lock(FMutex);
           if (FWake.wait_for(lock, std::chrono::milliseconds(ms), [this] { return FDone; })) return;
-          std::fputs("newobjdlg-run: the scenario is stuck (no event processed); aborted\n", stderr);
+          std::fputs("newobjdlg-run: the scenario is stuck (no event processed); aborted\n",
+                     stderr);
           std::fflush(stderr);
           std::_Exit(2);
         }) {}

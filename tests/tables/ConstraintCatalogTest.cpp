@@ -5,11 +5,11 @@
 
 #include "host/core/RecordingHost.h"
 #include "host/core/SqlConnection.h"
-#include "tests/support/TestHost.h"
 #include "plugin/KelForms.h"
 #include "plugin/KelQuery.h"
 #include "plugin/KelTreeList.h"
 #include "tables/TableConstraints.h"
+#include "tests/support/TestHost.h"
 
 using namespace kel;
 using P = TTableConstraintPage;

@@ -9,10 +9,10 @@
 
 #include "host/core/RecordingHost.h"
 #include "host/core/SqlConnection.h"
-#include "tests/support/TestHost.h"
 #include "plugin/KelQuery.h"
 #include "plugin/KelTreeList.h"
 #include "tables/CreateTableFrn.h"
+#include "tests/support/TestHost.h"
 
 using namespace kel;
 
