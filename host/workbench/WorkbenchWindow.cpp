@@ -33,7 +33,7 @@ TWorkbenchWindow::TWorkbenchWindow(std::unique_ptr<host::TConnection> connection
   setObjectName(QStringLiteral("WorkbenchWnd"));
   FHost->SetSettingsDir(options.SettingsDir);
   setWindowTitle(QStringLiteral("NewObjDlg Workbench - %1").arg(options.ConnectionLabel));
-  resize(1200, 800);
+  resize(1280, 900);
 
   FMdi = new QMdiArea(this);
   FMdi->setObjectName(QStringLiteral("MdiArea"));
@@ -106,6 +106,8 @@ void TWorkbenchWindow::BuildDocks() {
   FLogDock->setWidget(FScriptLog);
   addDockWidget(Qt::BottomDockWidgetArea, FLogDock);
   tabifyDockWidget(FEditorDock, FLogDock);
+  // The dialogs get most of the height; a saved layout overrides this.
+  resizeDocks({FEditorDock, FLogDock}, {170, 170}, Qt::Vertical);
   connect(FScriptLog, &TScriptLogView::OpenStatement, this,
           [this](const QString& text) { OpenEditor(text); });
 }
@@ -252,7 +254,11 @@ void TWorkbenchWindow::TestDBLink() {
 
 // ---------------------------------------------------------------------------------------------
 void TWorkbenchWindow::AddMdiChild(QWidget* form) {
+  const QSize designed = form->size().expandedTo(form->sizeHint());
   QMdiSubWindow* sub = FMdi->addSubWindow(form);
+  // The dialog's designed size plus the frame, as far as the area allows.
+  const QSize frame = sub->sizeHint() - form->sizeHint();
+  sub->resize((designed + frame.expandedTo(QSize(0, 0))).boundedTo(FMdi->viewport()->size()));
   sub->setAttribute(Qt::WA_DeleteOnClose);
   // A form that closes itself (after a successful OK) takes its frame with it. Queued: the
   // frame may itself be on its way out when the form goes.
