@@ -57,7 +57,7 @@ class TEventHook : public QObject {
     const auto* control = static_cast<const QWidget*>(parent());
     if (event->reason() == Qt::ActiveWindowFocusReason || event->reason() == Qt::PopupFocusReason)
       return false;
-    return control->isVisible() && control->window()->isVisible();
+    return control->window()->isVisible();
   }
 
   std::function<bool(QKeyEvent*)> FKeyPress;
@@ -78,6 +78,18 @@ bool IsNonDigitKey(const QKeyEvent* event) {
 
 void OnExit(QWidget* control, std::function<void()> handler) {
   new TEventHook(control, {}, std::move(handler));
+}
+
+void FocusControl(QWidget* control) {
+  for (QWidget* w = control; w && !w->isWindow(); w = w->parentWidget()) {
+    if (auto* stack = qobject_cast<QStackedWidget*>(w->parentWidget())) {
+      if (auto* tabs = qobject_cast<QTabWidget*>(stack->parentWidget()))
+        tabs->setCurrentWidget(w);
+      else
+        stack->setCurrentWidget(w);
+    }
+  }
+  control->setFocus(Qt::OtherFocusReason);
 }
 void SetApplication(THost* host) {
   gApplication = host;
@@ -131,18 +143,7 @@ void TKelBaseFrm::KelFrmIniSave() {
 bool TKelBaseFrm::CheckFail(const QString& caption, QWidget* control, const QString& key) {
   if (Application())
     Application()->esMsgDBox(key, QStringList{TrimName(caption)}, TMsgDlgType::Warning, false);
-  if (control) {
-    // Bring forward every page (tab or header-less page) that holds the control.
-    for (QWidget* w = control; w && w != FSelf; w = w->parentWidget()) {
-      if (auto* stack = qobject_cast<QStackedWidget*>(w->parentWidget())) {
-        if (auto* tabs = qobject_cast<QTabWidget*>(stack->parentWidget()))
-          tabs->setCurrentWidget(w);
-        else
-          stack->setCurrentWidget(w);
-      }
-    }
-    control->setFocus(Qt::OtherFocusReason);
-  }
+  if (control) FocusControl(control);
   return false;
 }
 

@@ -24,8 +24,11 @@ void OnKeyPress(QWidget* control, std::function<bool(QKeyEvent*)> handler);
 // True for a key that a digits-only edit discards: any printable character other than 0 to 9
 // (Backspace and the other control keys pass).
 bool IsNonDigitKey(const QKeyEvent* event);
-// Exit handler of a control: runs when the control loses the focus.
+// Exit handler of a control: runs when the focus leaves the control for another control of its
+// window (also when a page change hides it), not when the window closes or loses activation.
 void OnExit(QWidget* control, std::function<void()> handler);
+// Shows every page (tab or header-less page) that holds `control`, then focuses it.
+void FocusControl(QWidget* control);
 
 // The module-wide application slot: the host the module serves. `Open` puts the host's object
 // here; every dialog reaches the host services through it.

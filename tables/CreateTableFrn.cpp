@@ -69,7 +69,7 @@ TCreateTableFrm::TCreateTableFrm(QWidget* owner)
   setObjectName(QStringLiteral("CreateTableFrm"));
 
   // The columns as loaded: never shown, never edited.
-  FBakColumnTL = new TKelTreeList(this);
+  FBakColumnTL = new TKelTreeList(ui->BackupSheet);
   FBakColumnTL->setObjectName(QStringLiteral("BakColumnTL"));
   FBakColumnTL->hide();
   SetupColumnLists();
@@ -86,6 +86,15 @@ TCreateTableFrm::TCreateTableFrm(QWidget* owner)
     layout->addWidget(FConstraints);
   }
   FStorage = new TTableStorage(ui->StorageSheet, ui->OptionSheet);
+
+  // The loaded copies live on a page that is never shown, next to the statement buffer's page.
+  ui->BackupSheet->layout()->addWidget(FBakColumnTL);
+  ui->BackupSheet->layout()->addWidget(FConstraints->BakConstTreeList());
+  for (QWidget* sheet : {ui->BackupSheet, ui->TempSheet}) {
+    const int index = ui->MainPage->indexOf(sheet);
+    ui->MainPage->setTabVisible(index, false);
+    ui->MainPage->setTabEnabled(index, false);
+  }
 
   for (QRadioButton* rdo : {ui->DefineColumnRdo, ui->DefineQueryRdo, ui->ObjectTableRdo})
     connect(rdo, &QRadioButton::toggled, this, [this](bool on) {
@@ -673,10 +682,12 @@ QString TCreateTableFrm::ColumnChanges() const {
   return text;
 }
 
+// A comment box that holds anything, even only blanks or a line break, is written (as an
+// empty comment once trimmed); in alter mode only a comment that differs from the loaded one.
 QString TCreateTableFrm::TableCommentLine() const {
   if (TableName().isEmpty()) return {};
   const QString comment = ui->CommentEd->toPlainText();
-  if (FIsAlter ? comment == FLoadedComment : Trim(comment).isEmpty()) return {};
+  if (FIsAlter ? comment == FLoadedComment : comment.isEmpty()) return {};
   return QStringLiteral("COMMENT ON TABLE ") + QualifiedName() + QStringLiteral(" IS '") +
          QuoteSql(Trim(comment)) + QStringLiteral("';");
 }
@@ -686,8 +697,8 @@ QString TCreateTableFrm::ColumnCommentLine(const QString& column, const QString&
          QStringLiteral(" IS '") + QuoteSql(Trim(comment)) + QStringLiteral("';");
 }
 
-// New columns (and every column when creating) get their comment when they have one; loaded
-// columns when it differs from the loaded one, so an emptied comment is written too.
+// New columns (and every column when creating) get their comment when the cell holds anything;
+// loaded columns when it differs from the loaded one, so an emptied comment is written too.
 QStringList TCreateTableFrm::ColumnCommentLines() const {
   const TKelTreeList* list = ui->ColumnTL;
   QHash<QString, QString> loadedComment;
@@ -705,7 +716,7 @@ QStringList TCreateTableFrm::ColumnCommentLines() const {
     const QString id = list->Cell(r, ccID);
     const QString comment = list->Cell(r, ccComment);
     const bool write =
-        FIsAlter && !id.isEmpty() ? comment != loadedComment.value(id) : !Trim(comment).isEmpty();
+        FIsAlter && !id.isEmpty() ? comment != loadedComment.value(id) : !comment.isEmpty();
     if (write) lines << ColumnCommentLine(name, comment);
   }
   return lines;

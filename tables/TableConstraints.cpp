@@ -187,8 +187,8 @@ struct TTableConstraintPage::TPrivate {
 
   QList<TConsDef> ConsDefTbl;
   QList<TConsDef> BakConsDefTbl;
-  QList<QStringList> BakConstTreeList;  // the constraints as loaded, cells as in the list
-  QHash<int, QString> TypeOf;           // the last accepted type of every constraint number
+  TKelTreeList* BakConstTreeList = nullptr;  // the constraints as loaded; never shown
+  QHash<int, QString> TypeOf;                // the last accepted type of every constraint number
 
   // Catalog lists, read once per dialog.
   QHash<QString, QStringList> TablesOfSchema;
@@ -357,6 +357,13 @@ TTableConstraintPage::TTableConstraintPage(QWidget* sheet) : QWidget(sheet), d(n
   column("ConstTreeListColumn12", "Idx", TCellEditor::Text, {}, false);
   page->addWidget(d->ConstTreeList, 2);
 
+  // The "before" image of alter mode: same cells, never shown, never edited.
+  d->BakConstTreeList = new TKelTreeList(this);
+  d->BakConstTreeList->setObjectName(QStringLiteral("BakConstTreeList"));
+  for (int c = 0; c < d->ConstTreeList->ColumnCount(); ++c)
+    d->BakConstTreeList->AddColumn(d->ConstTreeList->Column(c));
+  d->BakConstTreeList->hide();
+
   d->ConsNameLbl = new QLabel(this);
   d->ConsNameLbl->setObjectName(QStringLiteral("ConsNameLbl"));
   page->addWidget(d->ConsNameLbl);
@@ -411,6 +418,9 @@ TKelTreeList* TTableConstraintPage::ConstTreeList() const {
 }
 TKelTreeList* TTableConstraintPage::ConstConditionTreeList() const {
   return d->ConstConditionTreeList;
+}
+TKelTreeList* TTableConstraintPage::BakConstTreeList() const {
+  return d->BakConstTreeList;
 }
 
 void TTableConstraintPage::SetDBInfo(TEsDBInfo* db) {
@@ -601,7 +611,7 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
   d->ConstTreeList->ClearRows();
   d->ConsDefTbl.clear();
   d->BakConsDefTbl.clear();
-  d->BakConstTreeList.clear();
+  d->BakConstTreeList->ClearRows();
   d->TypeOf.clear();
 
   static const QHash<QString, QString> kTypes = {
@@ -674,8 +684,11 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
         d->ConsDefTbl.append(def);
       }
     }
-    d->BakConstTreeList.append(tl->RowCells(row));
   }
+  QList<QStringList> loaded;
+  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row)
+    loaded << d->ConstTreeList->RowCells(row);
+  d->BakConstTreeList->AddRows(loaded);
   d->BakConsDefTbl = d->ConsDefTbl;
   if (d->ConstTreeList->RowCount() > 0) d->ConstTreeList->SetFocusedRow(0);
   ConstTreeListFocusedNodeChanged(d->ConstTreeList->FocusedRow());
@@ -741,7 +754,8 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
   for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) rowOfIdx.insert(d->Idx(row), row);
 
   QSet<int> loadedKept;  // loaded constraints that stay (possibly renamed or modified)
-  for (const QStringList& cells : d->BakConstTreeList) {
+  for (int loadedRow = 0; loadedRow < d->BakConstTreeList->RowCount(); ++loadedRow) {
+    const QStringList cells = d->BakConstTreeList->RowCells(loadedRow);
     TConstraint before;
     before.Cells = cells;
     const int idx = cells.value(ccIdx).toInt();

@@ -42,6 +42,8 @@ class TTableConstraintPage : public QWidget {
 
   TKelTreeList* ConstTreeList() const;
   TKelTreeList* ConstConditionTreeList() const;
+  // The constraints as loaded (alter mode), the "before" image of AlterConstraintSql.
+  TKelTreeList* BakConstTreeList() const;
 
   // The connection for the referenced tables and columns (create mode; alter mode takes the one
   // given to LoadConstraints). Without one the host's current connection is used.

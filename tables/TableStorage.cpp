@@ -323,8 +323,7 @@ namespace {
 // gets the focus back and keeps its text.
 void ExitCheck(QLineEdit* edit, bool& busy, int min, int max, const char* key) {
   const QString value = Trim(edit->text());
-  // A hidden edit was not left by the user: its dialog is closing.
-  if (busy || value.isEmpty() || !edit->isVisible() || !Application()) return;
+  if (busy || value.isEmpty() || !Application()) return;
   bool ok = false;
   const int n = value.toInt(&ok);
   if (ok && n >= min && n <= max) return;
@@ -336,8 +335,9 @@ void ExitCheck(QLineEdit* edit, bool& busy, int min, int max, const char* key) {
     Application()->esMsgDBox(QString::fromLatin1(key), TMsgDlgType::Warning, TMsgDlgButtons::Ok,
                              false);
   busy = false;
-  // The focus is still on its way to the next control; send it back once that is done.
-  QTimer::singleShot(0, edit, [edit] { edit->setFocus(Qt::OtherFocusReason); });
+  // The focus is still on its way to the next control (or page); send it back, page and all,
+  // once that is done.
+  QTimer::singleShot(0, edit, [edit] { FocusControl(edit); });
 }
 
 }  // namespace

@@ -282,6 +282,9 @@ TEST_F(ConstraintPage, AlterWritesOneStatementPerChange) {
   Edit(2, P::ccName, "");  // an emptied name keeps the loaded one
   List()->SetFocusedRow(0);
   Page.DropCostraintBtnClick();
+  // The loaded copy keeps every constraint as it was.
+  ASSERT_EQ(Page.BakConstTreeList()->RowCount(), 4);
+  EXPECT_EQ(Page.BakConstTreeList()->Cell(1, P::ccName), "EMP_MAIL_UK");
   EXPECT_EQ(AlterLines(), QStringList({"ALTER TABLE HR.EMP",
                                        "  DROP PRIMARY KEY CASCADE;",
                                        "ALTER TABLE HR.EMP",

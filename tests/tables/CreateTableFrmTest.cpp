@@ -2,11 +2,13 @@
 // validation, and the ALTER TABLE / COMMENT text of a loaded table.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QToolButton>
 
 #include "plugin/Dispatch.h"
@@ -187,6 +189,14 @@ TEST_F(TableDialog, CommentsAreTrimmedAndApostrophesDoubled) {
             "CREATE TABLE APP.T \r\n(\r  A DATE,\r  B DATE\r);\r\r\n"
             "COMMENT ON TABLE APP.T IS 'Bob''s table';\r\n"
             "COMMENT ON COLUMN APP.T.A IS 'it''s ''new''';\r\n");
+  // A comment of blanks is still a comment: written empty once trimmed.
+  W<QPlainTextEdit>("CommentEd")->setPlainText(" \n");
+  Edit(0, C::ccComment, "");
+  Edit(1, C::ccComment, "  ");
+  EXPECT_EQ(Form->BuildText(),
+            "CREATE TABLE APP.T \r\n(\r  A DATE,\r  B DATE\r);\r\r\n"
+            "COMMENT ON TABLE APP.T IS '';\r\n"
+            "COMMENT ON COLUMN APP.T.B IS '';\r\n");
 }
 
 TEST_F(TableDialog, OkValidatesInControlOrderButViewSqlDoesNot) {
@@ -225,6 +235,15 @@ TEST_F(TableDialog, AlterLoadsTheTableAndLocksItsIdentity) {
   EXPECT_FALSE(W<QComboBox>("SchemaCmb")->isEnabled());
   EXPECT_FALSE(W<QRadioButton>("DefineQueryRdo")->isEnabled());
   EXPECT_EQ(W<QComboBox>("TableSpaceCmb")->currentText(), "USERS");
+  // The loaded copies sit on a page the user can neither see nor reach.
+  auto* pages = W<QTabWidget>("MainPage");
+  for (const char* sheet : {"BackupSheet", "TempSheet"}) {
+    const int index = pages->indexOf(W<QWidget>(sheet));
+    EXPECT_FALSE(pages->isTabVisible(index)) << sheet;
+    EXPECT_FALSE(pages->isTabEnabled(index)) << sheet;
+  }
+  EXPECT_EQ(Form->BakColumnTL()->parentWidget(), W<QWidget>("BackupSheet"));
+  EXPECT_EQ(W<TKelTreeList>("BakConstTreeList")->parentWidget(), W<QWidget>("BackupSheet"));
   const QList<QJsonObject> queries = Host->EventsOf("query");
   ASSERT_GE(queries.size(), 3);
   EXPECT_EQ(queries[0].value("key").toString(), "SchTableNrn.Script");
@@ -291,4 +310,29 @@ TEST_F(TableDialog, AlterOfAnObjectTableSelectsItsType) {
   EXPECT_EQ(List->RowCount(), 0);
   for (const QJsonObject& e : Host->EventsOf("query"))
     EXPECT_NE(e.value("key").toString(), "SchTableNrn.Column");
+}
+
+// Leaving a storage edit by changing the page still checks it, and the check brings the page
+// and the edit back; closing the dialog does not check.
+TEST_F(TableDialog, AnExitCheckFollowsAPageChangeButNotTheClose) {
+  Open(false);
+  Form->activateWindow();
+  QApplication::setActiveWindow(Form);
+  auto* pages = W<QTabWidget>("MainPage");
+  auto* pct = W<QLineEdit>("PctIncreaseEd");
+  pages->setCurrentWidget(W<QWidget>("StorageSheet"));
+  pct->setFocus();
+  QApplication::processEvents();
+  pct->setText("101");
+  pages->setCurrentIndex(0);
+  QApplication::processEvents();
+  ASSERT_EQ(Host->EventsOf("message").size(), 1);
+  EXPECT_EQ(Host->EventsOf("message")[0]["key"].toString(), "InsertNumber100Msg");
+  EXPECT_EQ(pages->currentWidget(), W<QWidget>("StorageSheet"));
+  EXPECT_EQ(QApplication::focusWidget(), pct);
+
+  Host->Host().ClearEvents();
+  Form->close();
+  QApplication::processEvents();
+  EXPECT_TRUE(Host->EventsOf("message").isEmpty());
 }
