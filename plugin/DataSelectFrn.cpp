@@ -98,6 +98,27 @@ void TDataSelectFrm::DataGrdDBTableViewDblClick() {
   SetModalResult(mrOk);
 }
 
+int SelectData(TKelQuery* dataset, const QList<TDataSelectColumn>& columns) {
+  struct TRelease {
+    ~TRelease() {
+      if (!DataSelectFrm) return;
+      DataSelectFrm->Bind(nullptr);
+      delete DataSelectFrm;
+      DataSelectFrm = nullptr;
+    }
+  } release;
+  if (!DataSelectFrm)
+    DataSelectFrm = new TDataSelectFrm(Application() ? Application()->MainForm() : nullptr);
+  DataSelectFrm->Bind(dataset);
+  for (int i = 0; i < TDataSelectFrm::kColumnCount; ++i) {
+    if (i < columns.size())
+      DataSelectFrm->SetColumn(i, columns[i].FieldName, columns[i].Caption);
+    else
+      DataSelectFrm->HideColumn(i);
+  }
+  return DataSelectFrm->ShowModal();
+}
+
 void TDataSelectFrm::KelDllDBDlgFrmKeyDown(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) SetModalResult(mrCancel);
 }

@@ -48,4 +48,16 @@ class TDataSelectFrm : public TKelDllDBDlgFrm {
 // The module-wide picker reference: each pick creates a fresh picker here and clears it after.
 extern TDataSelectFrm* DataSelectFrm;
 
+// A field of the caller's dataset shown in the picker, under a caption.
+struct TDataSelectColumn {
+  QString FieldName;
+  QString Caption;
+};
+
+// One pick as a calling dialog makes it: a fresh picker in DataSelectFrm, bound to `dataset`
+// (already opened by the caller), showing `columns` in order (at most four, the rest hidden), run
+// modally. Whatever happens the binding is undone, the picker freed and the reference cleared.
+// Returns the modal result; on 1 (OK) the dataset's current record is the chosen row.
+int SelectData(TKelQuery* dataset, const QList<TDataSelectColumn>& columns);
+
 }  // namespace kel

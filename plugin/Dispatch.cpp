@@ -1,5 +1,6 @@
 #include "plugin/Dispatch.h"
 
+#include <QPointer>
 #include <array>
 
 #include "plugin/ViewSQLFrn.h"
@@ -33,8 +34,6 @@ std::array<TDispatchRow, 22> kTable{{
     {"DATAFILE", "TCreateDataFileFrm", Modal, nullptr},
     {"SELECTDATAFILE", "TCreateTablespaceListFrm", Modal, nullptr},
 }};
-
-const char* const kPreviewProperty = "ViewSqlFrm";
 }  // namespace
 
 std::span<const TDispatchRow> DispatchTable() {
@@ -46,8 +45,19 @@ void RegisterOpenRoutine(const char* word, TOpenRoutine routine) {
     if (qstrcmp(row.Word, word) == 0) row.Routine = routine;
 }
 
+namespace {
+// Upper case for the letters a to z only: no other character turns into a word's letter (a
+// dotless i is no I).
+QString AsciiUpper(const QString& text) {
+  QString out = text;
+  for (QChar& c : out)
+    if (c >= u'a' && c <= u'z') c = QChar(c.unicode() - u'a' + u'A');
+  return out;
+}
+}  // namespace
+
 bool Dispatch(const QString& word, int* Result, QWidget* ParentControl, TXLink* Link) {
-  const QString upper = word.toUpper();
+  const QString upper = AsciiUpper(word);
   for (const TDispatchRow& row : kTable) {
     if (upper != QLatin1String(row.Word)) continue;
     if (!row.Routine) return false;
@@ -57,25 +67,53 @@ bool Dispatch(const QString& word, int* Result, QWidget* ParentControl, TXLink* 
   return false;
 }
 
+namespace {
+// Stands for the preview window among the children of an owner that is no widget (a window
+// cannot be the child of a plain object) and frees the window with that owner.
+class TPreviewAnchor : public QObject {
+ public:
+  TPreviewAnchor(QObject* owner, TViewSqlFrm* form) : QObject(owner), Form(form) {
+    setObjectName(QStringLiteral("ViewSqlFrm"));
+  }
+  ~TPreviewAnchor() override { delete Form.data(); }
+  QPointer<TViewSqlFrm> Form;
+};
+
+// A link without an owner shares one preview, which frees itself when closed.
+QPointer<TViewSqlFrm> gOwnerlessPreview;
+
+TViewSqlFrm* FindPreview(QObject* owner) {
+  if (!owner) return gOwnerlessPreview.data();
+  if (auto* ownerWidget = qobject_cast<QWidget*>(owner))
+    return ownerWidget->findChild<TViewSqlFrm*>(QStringLiteral("ViewSqlFrm"),
+                                                Qt::FindDirectChildrenOnly);
+  auto* anchor =
+      owner->findChild<TPreviewAnchor*>(QStringLiteral("ViewSqlFrm"), Qt::FindDirectChildrenOnly);
+  return anchor ? anchor->Form.data() : nullptr;
+}
+
+TViewSqlFrm* NewPreview(QObject* owner) {
+  auto* ownerWidget = qobject_cast<QWidget*>(owner);
+  auto* form = new TViewSqlFrm(ownerWidget);
+  if (!owner) {
+    form->setAttribute(Qt::WA_DeleteOnClose, true);
+    gOwnerlessPreview = form;
+  } else if (!ownerWidget) {
+    if (auto* anchor = owner->findChild<TPreviewAnchor*>(QStringLiteral("ViewSqlFrm"),
+                                                         Qt::FindDirectChildrenOnly))
+      anchor->Form = form;
+    else
+      new TPreviewAnchor(owner, form);
+  }
+  return form;
+}
+}  // namespace
+
 void OpenViewSqlFrm(int* Result, QWidget* ParentControl, TXLink* Link) {
   if (!Link) return;  // the preview always needs a link: its owner owns the window
-  QObject* owner = Link->Owner();
-  auto* ownerWidget = qobject_cast<QWidget*>(owner);
-  TViewSqlFrm* form = nullptr;
-  if (ownerWidget)
-    form = ownerWidget->findChild<TViewSqlFrm*>(QStringLiteral("ViewSqlFrm"),
-                                                Qt::FindDirectChildrenOnly);
-  else if (owner)
-    form = qobject_cast<TViewSqlFrm*>(owner->property(kPreviewProperty).value<QObject*>());
   try {
-    if (!form) {
-      form = new TViewSqlFrm(ownerWidget);
-      if (!ownerWidget && owner) {
-        owner->setProperty(kPreviewProperty, QVariant::fromValue<QObject*>(form));
-        QObject::connect(owner, &QObject::destroyed, form, &QObject::deleteLater);
-      }
-      form->setAttribute(Qt::WA_DeleteOnClose, false);
-    }
+    TViewSqlFrm* form = FindPreview(Link->Owner());
+    if (!form) form = NewPreview(Link->Owner());
     detail::Store(Result, form->SetParentControl(ParentControl));
     form->ReadParams(Link);
     form->show();

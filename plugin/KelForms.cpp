@@ -6,12 +6,14 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTimer>
+#include <algorithm>
 
 #include "plugin/ViewSQLFrn.h"
 
@@ -39,6 +41,15 @@ class TEventHook : public QObject {
   TEventHook(QWidget* control, std::function<bool(QKeyEvent*)> keyPress, std::function<void()> exit)
       : QObject(control), FKeyPress(std::move(keyPress)), FExit(std::move(exit)) {
     control->installEventFilter(this);
+    if (auto* edit = qobject_cast<QLineEdit*>(control); edit && FKeyPress) {
+      NoteText(edit);
+      // textEdited comes before textChanged and before the caret moves, so the noted text and
+      // caret are still those from before the edit.
+      connect(edit, &QLineEdit::textEdited, this, [this, edit] { FilterInserted(edit); });
+      connect(edit, &QLineEdit::textChanged, this, [this, edit] { NoteText(edit); });
+      connect(edit, &QLineEdit::cursorPositionChanged, this, [this, edit] { NoteCaret(edit); });
+      connect(edit, &QLineEdit::selectionChanged, this, [this, edit] { NoteCaret(edit); });
+    }
   }
 
  protected:
@@ -60,8 +71,65 @@ class TEventHook : public QObject {
     return control->window()->isVisible();
   }
 
+  void NoteText(QLineEdit* edit) {
+    FLastText = edit->text();
+    NoteCaret(edit);
+  }
+  // Where the next insertion goes and how much of the old text it replaces.
+  void NoteCaret(QLineEdit* edit) {
+    FEditStart = edit->hasSelectedText() ? edit->selectionStart() : edit->cursorPosition();
+    FEditRemoved = edit->hasSelectedText() ? edit->selectedText().size() : 0;
+  }
+
+  // The part of `now` that the last edit inserted into `before`, as [start, end): at the noted
+  // caret, over the noted selection, up to the caret; where that does not fit (text dropped
+  // elsewhere), whatever differs between the common head and tail.
+  std::pair<qsizetype, qsizetype> Inserted(const QString& before, const QString& now,
+                                           qsizetype cursor) const {
+    const qsizetype start = FEditStart, end = cursor;
+    if (start >= 0 && end >= start && start + FEditRemoved <= before.size() &&
+        now.size() - end == before.size() - start - FEditRemoved &&
+        QStringView(now).left(start) == QStringView(before).left(start) &&
+        QStringView(now).mid(end) == QStringView(before).mid(start + FEditRemoved))
+      return {start, end};
+    const qsizetype shorter = std::min(before.size(), now.size());
+    qsizetype head = 0;
+    while (head < shorter && before.at(head) == now.at(head)) ++head;
+    qsizetype tail = 0;
+    while (tail < shorter - head &&
+           before.at(before.size() - 1 - tail) == now.at(now.size() - 1 - tail))
+      ++tail;
+    return {head, now.size() - tail};
+  }
+
+  // Text that reached the edit without a key press of its own (pasted, dropped, composed by an
+  // input method) passes the key-press handler character by character: what the handler would
+  // have swallowed when typed is dropped, so the edit holds the same text however it was entered.
+  // Text set by the program (a value loaded from the catalog) is not filtered.
+  void FilterInserted(QLineEdit* edit) {
+    const QString now = edit->text();
+    const auto [start, end] = Inserted(FLastText, now, edit->cursorPosition());
+    if (start >= end) return;
+    QString kept;
+    bool dropped = false;
+    for (qsizetype i = start; i < end; ++i) {
+      const QString character(now.at(i));
+      QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, character);
+      if (FKeyPress(&key))
+        dropped = true;
+      else
+        kept += character;
+    }
+    if (!dropped) return;
+    edit->setText(now.left(start) + kept + now.mid(end));
+    edit->setCursorPosition(int(start + kept.size()));
+  }
+
   std::function<bool(QKeyEvent*)> FKeyPress;
   std::function<void()> FExit;
+  QString FLastText;
+  qsizetype FEditStart = 0;
+  qsizetype FEditRemoved = 0;
 };
 }  // namespace
 
@@ -159,7 +227,12 @@ void TKelBaseFrm::FillSchemaCombo(QComboBox* combo) {
 }
 
 void TKelBaseFrm::SelectComboText(QComboBox* combo, const QString& text) {
-  combo->setCurrentIndex(combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  // Oracle names are matched as a drop-down list matches its items: whole text, any letter case.
+  combo->setCurrentIndex(combo->findText(text, Qt::MatchFixedString));
+}
+
+void TKelBaseFrm::UpperCaseItems(QComboBox* combo) {
+  for (int i = 0; i < combo->count(); ++i) combo->setItemText(i, combo->itemText(i).toUpper());
 }
 
 void TKelBaseFrm::RefreshOwnedPreview() {

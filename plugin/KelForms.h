@@ -19,7 +19,9 @@ class QLabel;
 namespace kel {
 
 // Key-press handler of a control, run before the control sees the key: returning true discards
-// the key (the original platform's "Key := #0").
+// the key (the original platform's "Key := #0"). On a line edit, text that arrives without key
+// presses (pasted, dropped) passes the same handler character by character, so a filter holds
+// however the text is entered.
 void OnKeyPress(QWidget* control, std::function<bool(QKeyEvent*)> handler);
 // True for a key that a digits-only edit discards: any printable character other than 0 to 9
 // (Backspace and the other control keys pass).
@@ -90,8 +92,10 @@ class TKelBaseFrm {
 
   // Clears the combo, fills it with the connection's users and selects the connected user.
   void FillSchemaCombo(QComboBox* combo);
-  // Selects the item whose text is `text` (no selection when absent).
+  // Selects the item whose text is `text` in any letter case (no selection when absent).
   static void SelectComboText(QComboBox* combo, const QString& text);
+  // Shows a drop-down list's items in upper case, as a list styled upper case holds them.
+  static void UpperCaseItems(QComboBox* combo);
   // Replaces the text of the preview window this form owns, if there is one.
   void RefreshOwnedPreview();
 

@@ -1,6 +1,7 @@
 #include "plugin/KelSpinEdit.h"
 
 #include <QLineEdit>
+#include <algorithm>
 
 namespace kel {
 
@@ -18,29 +19,34 @@ int CompareMagnitudes(const QString& a, const QString& b) {
   return a.compare(b);
 }
 
+// The digits are produced lowest first and reversed at the end, so long values stay linear.
 QString AddMagnitudes(const QString& a, const QString& b) {
   QString sum;
+  sum.reserve(std::max(a.size(), b.size()) + 1);
   int carry = 0;
   for (qsizetype i = a.size() - 1, j = b.size() - 1; i >= 0 || j >= 0 || carry; --i, --j) {
     int digit = carry;
     if (i >= 0) digit += a.at(i).digitValue();
     if (j >= 0) digit += b.at(j).digitValue();
-    sum.prepend(QChar(u'0' + digit % 10));
+    sum.append(QChar(u'0' + digit % 10));
     carry = digit / 10;
   }
+  std::reverse(sum.begin(), sum.end());
   return sum;
 }
 
 // a - b for a >= b.
 QString SubtractMagnitudes(const QString& a, const QString& b) {
   QString difference;
+  difference.reserve(a.size());
   int borrow = 0;
   for (qsizetype i = a.size() - 1, j = b.size() - 1; i >= 0; --i, --j) {
     int digit = a.at(i).digitValue() - borrow - (j >= 0 ? b.at(j).digitValue() : 0);
     borrow = digit < 0 ? 1 : 0;
     if (digit < 0) digit += 10;
-    difference.prepend(QChar(u'0' + digit));
+    difference.append(QChar(u'0' + digit));
   }
+  std::reverse(difference.begin(), difference.end());
   return StripLeadingZeros(difference);
 }
 
@@ -112,7 +118,9 @@ void TKelSpinEdit::fixup(QString& input) const {
 }
 
 QAbstractSpinBox::StepEnabled TKelSpinEdit::stepEnabled() const {
-  if (isReadOnly() || !IsIntegerText(AddToInteger(Text(), 0))) return StepNone;
+  // Asked on every repaint: decided from the text alone, without the arithmetic.
+  const QString text = Text().trimmed();
+  if (isReadOnly() || !(text.isEmpty() || text == u"-" || IsIntegerText(text))) return StepNone;
   return StepUpEnabled | StepDownEnabled;
 }
 

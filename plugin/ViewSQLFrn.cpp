@@ -51,9 +51,11 @@ QString TViewSqlFrm::SqlText() const {
 }
 
 void TViewSqlFrm::ScriptClipBtnClick() {
-  if (!Application()) return;
-  Application()->SetClipboardText(ui->SQLEditor->Text());
-  Application()->esStatus(Application()->esGetMSG(QStringLiteral("ClipboardCopy")));
+  Guarded([this] {
+    if (!Application()) return;
+    Application()->SetClipboardText(ui->SQLEditor->Text());
+    Application()->esStatus(Application()->esGetMSG(QStringLiteral("ClipboardCopy")));
+  });
 }
 
 void TViewSqlFrm::ScriptSaveBtnClick() {
@@ -69,9 +71,11 @@ void TViewSqlFrm::ScriptSaveBtnClick() {
 }
 
 void TViewSqlFrm::ScriptSendEditorBtnClick() {
-  if (Application())
-    Application()->esSendToEditor(DBInfo(), ui->SQLEditor->Text(), QStringLiteral("SQLEditor"),
-                                  QString());
+  Guarded([this] {
+    if (Application())
+      Application()->esSendToEditor(DBInfo(), ui->SQLEditor->Text(), QStringLiteral("SQLEditor"),
+                                    QString());
+  });
 }
 
 void TViewSqlFrm::KelDllDBDlgFrmKeyDown(QKeyEvent* event) {

@@ -38,6 +38,7 @@ void TCreateSequenceFrm::InitLoad() {
   TKelDllDBDlgFrm::InitLoad();
   TempQry.SetSession(DBInfo());
   FillSchemaCombo(ui->SchemaCmb);
+  UpperCaseItems(ui->SchemaCmb);
 }
 
 void TCreateSequenceFrm::ReadParams(TXLink* link) {

@@ -91,6 +91,45 @@ QString StoredDemoHash(const QString& path) {
   return q.value(0).toString();
 }
 
+namespace {
+
+// The statements a database keeps in its script journal survive a rebuild of the demo: they
+// are copied from the old file into the new one before it takes the old one's place.
+bool CarryScriptLog(QSqlDatabase& db, const QString& oldPath, QString* error) {
+  if (!QFileInfo(oldPath).isFile()) return true;
+  QSqlQuery attach(db);
+  attach.prepare(QStringLiteral("ATTACH DATABASE ? AS OLD_DEMO"));
+  attach.addBindValue(oldPath);
+  if (!attach.exec()) {
+    if (error) *error = attach.lastError().text();
+    return false;
+  }
+  bool ok = true;
+  QSqlQuery has(db);
+  if (has.exec(QStringLiteral("SELECT COUNT(*) FROM OLD_DEMO.sqlite_master WHERE type = 'table' "
+                              "AND name = 'NOD_SCRIPT_LOG'")) &&
+      has.next() && has.value(0).toInt() > 0) {
+    ok =
+        Exec(db, ScriptLogTableDdl(), error) &&
+        Exec(db,
+             QStringLiteral("INSERT INTO NOD_SCRIPT_LOG (ID, RUN_AT, CONNECTION, STATEMENT) "
+                            "SELECT ID, RUN_AT, CONNECTION, STATEMENT FROM OLD_DEMO.NOD_SCRIPT_LOG "
+                            "ORDER BY ID"),
+             error);
+  }
+  has.finish();
+  Exec(db, QStringLiteral("DETACH DATABASE OLD_DEMO"), nullptr);
+  return ok;
+}
+
+}  // namespace
+
+QString ScriptLogTableDdl() {
+  return QStringLiteral(
+      "CREATE TABLE IF NOT EXISTS NOD_SCRIPT_LOG (ID INTEGER PRIMARY KEY AUTOINCREMENT, RUN_AT "
+      "TEXT NOT NULL, CONNECTION TEXT, STATEMENT TEXT NOT NULL)");
+}
+
 bool CreateDemoDatabase(const QString& path, QString* error) {
   const QList<QPair<QString, QString>> scripts = DemoScripts();
   if (scripts.isEmpty()) {
@@ -146,6 +185,12 @@ bool CreateDemoDatabase(const QString& path, QString* error) {
       if (!ok) message = q.lastError().text();
     }
     if (ok) ok = Exec(db, QStringLiteral("COMMIT"), &message);
+    QString why;
+    if (ok && !CarryScriptLog(db, path, &why)) {
+      message =
+          QStringLiteral("The script log of \"%1\" could not be carried over: %2").arg(path, why);
+      ok = false;
+    }
   }
   if (ok) {
     QFile::remove(path);
@@ -162,7 +207,21 @@ bool CreateDemoDatabase(const QString& path, QString* error) {
 }
 
 bool EnsureDemoDatabase(const QString& path, QString* error) {
-  if (QFileInfo(path).isFile() && StoredDemoHash(path) == DemoScriptsHash()) return true;
+  const QFileInfo file(path);
+  if (file.exists()) {
+    const QString stored = StoredDemoHash(path);
+    if (!stored.isEmpty() && stored == DemoScriptsHash()) return true;
+    // Only an empty file or a demo database built from other scripts is rebuilt; any other
+    // file at that path is someone's data and stays as it is.
+    if (stored.isEmpty() && (!file.isFile() || file.size() > 0)) {
+      if (error)
+        *error = QStringLiteral(
+                     "\"%1\" exists and is not a demo database; it is left as it is. Give the "
+                     "demo database another path, or open this file with sqlite:%1.")
+                     .arg(path);
+      return false;
+    }
+  }
   return CreateDemoDatabase(path, error);
 }
 

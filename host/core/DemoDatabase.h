@@ -19,12 +19,17 @@ QString DemoScriptsHash();
 // demo database.
 QString StoredDemoHash(const QString& path);
 
-// Builds a fresh demo database at `path`, replacing any file there. The file appears only once
-// it is complete. False with a message in `error`.
+// The journal table in which a SQLite database records the statements of executed scripts.
+QString ScriptLogTableDdl();
+
+// Builds a fresh demo database at `path`, replacing any file there; the script journal of the
+// file it replaces is carried over. The file appears only once it is complete. False with a
+// message in `error`.
 bool CreateDemoDatabase(const QString& path, QString* error);
 
 // Makes sure `path` holds a demo database built from the current scripts: builds it when it is
-// missing, rebuilds it when it was built from other scripts.
+// missing or empty, rebuilds it when it was built from other scripts, and refuses (false, with
+// the reason) when another file is there.
 bool EnsureDemoDatabase(const QString& path, QString* error);
 
 }  // namespace host

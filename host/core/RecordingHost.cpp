@@ -82,7 +82,17 @@ int TRecordingHost::esMsgDBox(const QString& key, kel::TMsgDlgType type, kel::TM
   return answer;
 }
 
-int TRecordingHost::esMsgDBox(const QString& key, const QStringList& args, kel::TMsgDlgType, bool) {
+int TRecordingHost::esMsgDBox(const QString& key, const QStringList& args, kel::TMsgDlgType type,
+                              bool) {
+  if (type == kel::TMsgDlgType::Confirmation) {
+    // A question with arguments is answered like any other (Yes unless the scenario says).
+    const int answer = Answer(key);
+    AddEvent({{"event", "confirm"},
+              {"key", key},
+              {"args", QJsonArray::fromStringList(args)},
+              {"answer", answer}});
+    return answer;
+  }
   AddEvent({{"event", "message"}, {"key", key}, {"args", QJsonArray::fromStringList(args)}});
   return FAnswers.contains(key) ? Answer(key) : kel::mrOk;
 }

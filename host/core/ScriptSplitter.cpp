@@ -38,8 +38,34 @@ struct TScanState {
   bool InLiteral = false;     // inside '...'
   bool InIdentifier = false;  // inside "..."
   bool InComment = false;     // inside /* ... */
-  bool Normal() const { return !InLiteral && !InIdentifier && !InComment; }
+  QChar QuoteEnd;             // inside q'X...X' (or N'..'/NQ'..'), the closing delimiter X
+  bool Normal() const { return !InLiteral && !InIdentifier && !InComment && QuoteEnd.isNull(); }
 };
+
+// The closing delimiter of an alternative-quoting literal q'[...]': the matching bracket for
+// an opening one, the character itself otherwise.
+QChar ClosingDelimiter(QChar open) {
+  switch (open.unicode()) {
+    case u'[':
+      return u']';
+    case u'{':
+      return u'}';
+    case u'(':
+      return u')';
+    case u'<':
+      return u'>';
+    default:
+      return open;
+  }
+}
+
+// Whether the "q" at `i` begins a word of its own (q'..') or follows a lone national "n"
+// (nq'..'), rather than ending a name such as "seq'".
+bool StartsAlternativeQuote(const QString& line, qsizetype i) {
+  if (i == 0 || !IsWordChar(line[i - 1])) return true;
+  const bool national = line[i - 1] == u'n' || line[i - 1] == u'N';
+  return national && (i == 1 || !IsWordChar(line[i - 2]));
+}
 
 // Scans one line; returns the index in `line` of its last character that is neither blank nor
 // part of a comment (-1 when there is none).
@@ -53,6 +79,14 @@ qsizetype ScanLine(const QString& line, TScanState& s) {
         s.InComment = false;
         ++i;
       }
+      continue;
+    }
+    if (!s.QuoteEnd.isNull()) {
+      if (c == s.QuoteEnd && i + 1 < n && line[i + 1] == u'\'') {
+        s.QuoteEnd = QChar();
+        ++i;
+      }
+      last = i;
       continue;
     }
     if (s.InLiteral) {
@@ -69,6 +103,14 @@ qsizetype ScanLine(const QString& line, TScanState& s) {
     if (c == u'/' && i + 1 < n && line[i + 1] == u'*') {
       s.InComment = true;
       ++i;
+      continue;
+    }
+    // q'X...X' (also nq'X...X'): a literal that may hold quotes, ended by X and a quote.
+    if ((c == u'q' || c == u'Q') && i + 2 < n && line[i + 1] == u'\'' && !line[i + 2].isSpace() &&
+        StartsAlternativeQuote(line, i)) {
+      s.QuoteEnd = ClosingDelimiter(line[i + 2]);
+      i += 2;
+      last = i;
       continue;
     }
     if (c == u'\'') s.InLiteral = true;

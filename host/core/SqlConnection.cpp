@@ -386,10 +386,7 @@ void TSqlConnection::ResetUserList() {
 
 bool TSqlConnection::EnsureScriptLog(QString* error) {
   QSqlQuery q(Database());
-  if (q.exec(QStringLiteral("CREATE TABLE IF NOT EXISTS NOD_SCRIPT_LOG (ID INTEGER PRIMARY KEY "
-                            "AUTOINCREMENT, RUN_AT TEXT NOT NULL, CONNECTION TEXT, STATEMENT "
-                            "TEXT NOT NULL)")))
-    return true;
+  if (q.exec(ScriptLogTableDdl())) return true;
   if (error) *error = q.lastError().text();
   return false;
 }

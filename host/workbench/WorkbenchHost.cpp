@@ -171,8 +171,10 @@ int TWorkbenchHost::esMsgDBox(const QString& key, kel::TMsgDlgType type,
 
 int TWorkbenchHost::esMsgDBox(const QString& key, const QStringList& args, kel::TMsgDlgType type,
                               bool) {
-  return ShowMessage(
-      {host::FormatMessage(FRepository.Message(key), args), type, kel::TMsgDlgButtons::Ok});
+  // A question gets the buttons to answer it; anything else is acknowledged with OK.
+  const kel::TMsgDlgButtons buttons =
+      type == kel::TMsgDlgType::Confirmation ? kel::TMsgDlgButtons::YesNo : kel::TMsgDlgButtons::Ok;
+  return ShowMessage({host::FormatMessage(FRepository.Message(key), args), type, buttons});
 }
 
 int TWorkbenchHost::esMsgBox(const QString& text, kel::TMsgDlgType type, bool) {

@@ -90,11 +90,7 @@ void TWorkbenchWindow::BuildDocks() {
   FEditors->setObjectName(QStringLiteral("EditorTabs"));
   FEditors->setTabsClosable(true);
   FEditors->setDocumentMode(true);
-  connect(FEditors, &QTabWidget::tabCloseRequested, this, [this](int index) {
-    QWidget* page = FEditors->widget(index);
-    FEditors->removeTab(index);
-    if (page) page->deleteLater();
-  });
+  connect(FEditors, &QTabWidget::tabCloseRequested, this, &TWorkbenchWindow::CloseEditorTab);
   FEditorDock = new QDockWidget(QStringLiteral("SQL Editor"), this);
   FEditorDock->setObjectName(QStringLiteral("EditorDock"));
   FEditorDock->setWidget(FEditors);
@@ -272,11 +268,37 @@ kel::TKelEditor* TWorkbenchWindow::OpenEditor(const QString& text) {
   editor->setObjectName(QStringLiteral("SQLEditor%1").arg(++FEditorCount));
   editor->PlSqlEditor();
   editor->SetText(text);
+  // Text a dialog sends here is not saved anywhere yet; an empty editor holds nothing to lose.
+  editor->setModified(!text.trimmed().isEmpty());
   FEditors->setCurrentIndex(FEditors->addTab(editor, QStringLiteral("SQL %1").arg(FEditorCount)));
   FEditorDock->show();
   FEditorDock->raise();
   editor->setFocus();
   return editor;
+}
+
+bool TWorkbenchWindow::HasUnsavedText(const kel::TKelEditor* editor) {
+  return editor && editor->isModified() && !editor->Text().trimmed().isEmpty();
+}
+
+// Text typed into an editor, or sent there by a dialog, exists nowhere else until it is saved:
+// the user is asked before it goes.
+bool TWorkbenchWindow::MayDiscardEditor(int index) {
+  auto* editor = qobject_cast<kel::TKelEditor*>(FEditors->widget(index));
+  if (!HasUnsavedText(editor)) return true;
+  FEditorDock->show();
+  FEditorDock->raise();
+  FEditors->setCurrentIndex(index);
+  return FHost->esMsgDBox(QStringLiteral("Workbench.DiscardEditor"), {FEditors->tabText(index)},
+                          kel::TMsgDlgType::Confirmation, false) == kel::mrYes;
+}
+
+bool TWorkbenchWindow::CloseEditorTab(int index) {
+  QWidget* page = FEditors->widget(index);
+  if (!page || !MayDiscardEditor(index)) return false;
+  FEditors->removeTab(index);
+  page->deleteLater();
+  return true;
 }
 
 kel::TKelEditor* TWorkbenchWindow::CurrentEditor() const {
@@ -303,6 +325,7 @@ void TWorkbenchWindow::SaveEditor() {
     return;
   try {
     editor->SaveFile(fileName);
+    editor->setModified(false);
     ShowStatus(QStringLiteral("Saved %1.").arg(fileName));
   } catch (const std::exception& e) {
     FHost->ShowMessage({QString::fromStdString(e.what()), kel::TMsgDlgType::Error});
@@ -355,7 +378,14 @@ void TWorkbenchWindow::SaveLayout() {
 }
 
 void TWorkbenchWindow::closeEvent(QCloseEvent* event) {
-  // Every open dialog is asked first; one that refuses (unsaved work) keeps the window open.
+  // Unsaved editor texts and then every open dialog are asked first; one that refuses keeps the
+  // window open with everything as it was.
+  for (int i = 0; i < FEditors->count(); ++i) {
+    if (!MayDiscardEditor(i)) {
+      event->ignore();
+      return;
+    }
+  }
   FMdi->closeAllSubWindows();
   if (!FMdi->subWindowList().isEmpty()) {
     event->ignore();

@@ -70,6 +70,8 @@ class TWorkbenchWindow : public QMainWindow {
   void RunEditorScript();
   void SaveEditor();
   void TestDBLink();
+  // Closes an SQL editor tab; an editor with unsaved text asks first. False when it stays.
+  bool CloseEditorTab(int index);
   // A further request on the selected object (a new index on a table, ...).
   void RunObjectAction(const TObjectAction& action);
 
@@ -82,6 +84,8 @@ class TWorkbenchWindow : public QMainWindow {
   void UpdateActions();
   void ShowBrowserMenu(const QPoint& pos);
   kel::TKelEditor* CurrentEditor() const;
+  static bool HasUnsavedText(const kel::TKelEditor* editor);
+  bool MayDiscardEditor(int index);
   QString LayoutFile();
   void RestoreLayout();
   void SaveLayout();

@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+
 #include "host/core/Catalog.h"
 #include "plugin/KelHost.h"
 
@@ -45,4 +50,37 @@ TEST(Catalog, BuiltinHoldsTheHostQueriesAndTheMessages) {
   // Every message that takes arguments uses %s placeholders only.
   for (const QString& key : c.MessageKeys())
     EXPECT_FALSE(c.Message(key).contains("%1")) << key.toStdString();
+}
+
+// Every message key and catalog key named in the dialogs' sources is in the host's
+// repositories, so no dialog shows a bare key or fails on a missing query.
+TEST(Catalog, HoldsEveryKeyTheDialogsName) {
+  static const QRegularExpression kMessageUse(QStringLiteral(
+      R"re((?:esGetMSG|esMsgDBox)\(\s*(?:QStringLiteral|QLatin1String|QString::fromLatin1)\("([^"]+)"\))re"));
+  static const QRegularExpression kCheckFailKey(
+      QStringLiteral(R"re(CheckFail\([^;]*,\s*QStringLiteral\("([^"]+)"\)\s*\))re"));
+  static const QRegularExpression kExitCheckKey(
+      QStringLiteral(R"re(ExitCheck\([^;]*,\s*"([^"]+)"\))re"));
+  static const QRegularExpression kSqlUse(
+      QStringLiteral(R"re((?:LoadSQL|GetSQL)\(\s*QStringLiteral\("([^"]+)"\))re"));
+  const TCatalog& c = TCatalog::Builtin();
+  QSet<QString> messages, queries;
+  for (const char* folder :
+       {"plugin", "schema", "tables", "types", "storage", "security", "jobs"}) {
+    QDirIterator it(QStringLiteral(NOD_SOURCE_DIR "/") + QLatin1String(folder), {"*.cpp", "*.h"},
+                    QDir::Files);
+    while (it.hasNext()) {
+      QFile f(it.next());
+      ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+      const QString text = QString::fromUtf8(f.readAll());
+      for (const QRegularExpression* re : {&kMessageUse, &kCheckFailKey, &kExitCheckKey})
+        for (const auto& m : re->globalMatch(text)) messages << m.captured(1);
+      for (const auto& m : kSqlUse.globalMatch(text)) queries << m.captured(1);
+    }
+  }
+  // The scan finds what the frame itself asks for.
+  for (const char* key : {"CancelWork", "OverWrite", "ClipboardCopy"})
+    EXPECT_TRUE(messages.contains(key)) << key;
+  for (const QString& key : messages) EXPECT_TRUE(c.HasMessage(key)) << key.toStdString();
+  for (const QString& key : queries) EXPECT_TRUE(c.HasSQL(key)) << key.toStdString();
 }

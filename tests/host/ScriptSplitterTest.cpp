@@ -79,3 +79,14 @@ TEST(ScriptSplitter, RecognisesThePlSqlHeads) {
   EXPECT_FALSE(IsPlSqlUnit("CREATE OR REPLACE VIEW V AS SELECT 1 FROM DUAL"));
   EXPECT_FALSE(IsPlSqlUnit(""));
 }
+
+// q'X...X' literals may hold quotes, semicolons and slash lines of their own.
+TEST(ScriptSplitter, AlternativeQuotingKeepsItsTextTogether) {
+  EXPECT_EQ(SplitScript("COMMENT ON TABLE APP.T IS q'[it's; done]';\nDROP TABLE X;\n"),
+            QStringList({"COMMENT ON TABLE APP.T IS q'[it's; done]'", "DROP TABLE X"}));
+  EXPECT_EQ(SplitScript("SELECT Nq'{a'}' FROM DUAL;\nSELECT q'!x;\n/\ny!' FROM DUAL;\n"),
+            QStringList({"SELECT Nq'{a'}' FROM DUAL", "SELECT q'!x;\n/\ny!' FROM DUAL"}));
+  // A name ending in q before a quote is no such literal.
+  EXPECT_EQ(SplitScript("SELECT seq'x;' FROM DUAL;\nDROP TABLE Y;\n"),
+            QStringList({"SELECT seq'x;' FROM DUAL", "DROP TABLE Y"}));
+}

@@ -213,13 +213,21 @@ TEST_F(DemoDb, ScriptsAreJournalledStatementByStatement) {
   EXPECT_EQ(One("SELECT COUNT(*) FROM ALL_TABLES WHERE TABLE_NAME = 'T1'"), "0");
 }
 
-TEST(DemoDatabase, IsRebuiltWhenBuiltFromOtherScripts) {
+// A rebuild replaces the dictionary but keeps the statements the user's scripts recorded.
+TEST(DemoDatabase, IsRebuiltWhenBuiltFromOtherScriptsKeepingItsScriptLog) {
   QTemporaryDir dir;
   const QString path = dir.filePath("sub/demo.db");
   QString error;
   ASSERT_TRUE(host::EnsureDemoDatabase(path, &error)) << error.toStdString();
   EXPECT_EQ(host::StoredDemoHash(path), host::DemoScriptsHash());
   EXPECT_FALSE(QFile::exists(path + ".building"));
+  {
+    auto conn = host::OpenConnection("demo:" + path, &error);
+    ASSERT_NE(conn, nullptr) << error.toStdString();
+    QString failed;
+    ASSERT_EQ(
+        conn->ExecuteScript("DROP SEQUENCE APP.S1;\nDROP SEQUENCE APP.S2;\n", &failed, &error), 0);
+  }
   {
     QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "tamper");
     db.setDatabaseName(path);
@@ -235,6 +243,52 @@ TEST(DemoDatabase, IsRebuiltWhenBuiltFromOtherScripts) {
   auto conn = host::OpenConnection("sqlite:" + path, &error);
   ASSERT_NE(conn, nullptr) << error.toStdString();
   EXPECT_THROW(conn->OpenQuery({}, "SELECT * FROM LEFT_OVER", {}), kel::EKelError);
+  const QList<host::TScriptLogEntry> log = dynamic_cast<TSqlConnection&>(*conn).ScriptLog();
+  ASSERT_EQ(log.size(), 2);
+  EXPECT_EQ(log[0].Statement, "DROP SEQUENCE APP.S1");
+  EXPECT_EQ(log[1].Statement, "DROP SEQUENCE APP.S2");
+  QString failed;
+  ASSERT_EQ(conn->ExecuteScript("DROP SEQUENCE APP.S3;", &failed, &error), 0);
+  EXPECT_GT(dynamic_cast<TSqlConnection&>(*conn).ScriptLog().last().Id, log[1].Id);
+}
+
+// "demo:FILE" builds the demo in an empty or missing file only: anything else there is the
+// user's and is neither replaced nor changed.
+TEST(DemoDatabase, AFileThatIsNoDemoDatabaseIsLeftAlone) {
+  QTemporaryDir dir;
+  const QString path = dir.filePath("mine.db");
+  {
+    QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "mine");
+    db.setDatabaseName(path);
+    ASSERT_TRUE(db.open());
+    QSqlQuery(db).exec("CREATE TABLE ORDERS (ID INTEGER)");
+    QSqlQuery(db).exec("INSERT INTO ORDERS VALUES (42)");
+    db.close();
+  }
+  QSqlDatabase::removeDatabase("mine");
+  const auto bytes = [](const QString& file) {
+    QFile f(file);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+  };
+  const QByteArray before = bytes(path);
+  QString error;
+  EXPECT_EQ(host::OpenConnection("demo:" + path, &error), nullptr);
+  EXPECT_TRUE(error.contains("not a demo database")) << error.toStdString();
+  EXPECT_EQ(bytes(path), before);
+
+  const QString text = dir.filePath("notes.txt");
+  {
+    QFile f(text);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("my notes\n");
+  }
+  EXPECT_FALSE(host::EnsureDemoDatabase(text, &error));
+  EXPECT_EQ(bytes(text), "my notes\n");
+
+  const QString empty = dir.filePath("empty.db");
+  { ASSERT_TRUE(QFile(empty).open(QIODevice::WriteOnly)); }
+  EXPECT_TRUE(host::EnsureDemoDatabase(empty, &error)) << error.toStdString();
+  EXPECT_EQ(host::StoredDemoHash(empty), host::DemoScriptsHash());
 }
 
 TEST(OpenConnection, ErrorsSayWhatIsMissing) {

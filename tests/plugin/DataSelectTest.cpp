@@ -28,13 +28,10 @@ class TOwners : public TEsDBInfo {
   }
 };
 
-// Runs the picker modally and lets `drive` act on it.
+// One pick through the caller's protocol, with `drive` acting on the picker once it is up.
 int Pick(TKelQuery& q, const std::function<void(TDataSelectFrm*)>& drive) {
-  TDataSelectFrm picker(nullptr);
-  picker.Bind(&q);
-  picker.SetColumn(0, "Schema Name", "Owner");
-  QTimer::singleShot(0, [&] { drive(&picker); });
-  return picker.ShowModal();
+  QTimer::singleShot(0, [&] { drive(DataSelectFrm); });
+  return SelectData(&q, {{"Schema Name", "Owner"}});
 }
 }  // namespace
 
@@ -65,4 +62,26 @@ TEST(DataSelect, EscapeCancelsAndOkTakesTheFocusedRow) {
                  }),
             mrOk);
   EXPECT_EQ(q.FieldByName("Schema Name"), "HR");
+}
+
+TEST(DataSelect, EveryPickGetsAFreshPickerShowingOnlyTheAskedColumns) {
+  test::TTestHost host;
+  TOwners db;
+  TKelQuery q(&db);
+  q.Open();
+  QList<TDataSelectFrm*> seen;
+  for (int i = 0; i < 2; ++i) {
+    Pick(q, [&](TDataSelectFrm* p) {
+      seen << p;
+      EXPECT_FALSE(p->DataGrd()->isColumnHidden(0));
+      EXPECT_EQ(p->DataGrd()->horizontalHeaderItem(0)->text(), "Owner");
+      EXPECT_EQ(p->DataGrd()->item(2, 0)->text(), "SALES");
+      for (int c = 1; c < TDataSelectFrm::kColumnCount; ++c)
+        EXPECT_TRUE(p->DataGrd()->isColumnHidden(c));
+      p->findChild<QPushButton*>("CancelBtn")->click();
+    });
+    EXPECT_EQ(DataSelectFrm, nullptr);  // freed and cleared after the pick
+  }
+  ASSERT_EQ(seen.size(), 2);
+  EXPECT_NE(seen[0], nullptr);
 }

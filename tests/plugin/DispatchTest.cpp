@@ -89,11 +89,14 @@ TEST_F(Dispatch, WordsMatchInAnyLetterCaseAndTheModalResultIsReturned) {
 }
 
 TEST_F(Dispatch, UnknownOrUnbuiltWordsDoNothingAndLeaveResultUntouched) {
-  for (const char* word : {"REDOLOGGROUPS", "", "NOSUCH", "PROFILE "}) {
+  // Only a to z are upper-cased: a long s is no S.
+  RegisterOpenRoutine("ROLLBACKSEGMENT", &OpenModal<TProbeFrm>);
+  for (const char* word : {"REDOLOGGROUPS", "", "NOSUCH", "PROFILE ", "rollback\u017Fegment"}) {
     int result = 42;
     test::TestOpen(&FHost.Host(), &result, nullptr, nullptr, word);
     EXPECT_EQ(result, 42) << word;
   }
+  RegisterOpenRoutine("ROLLBACKSEGMENT", nullptr);
   EXPECT_EQ(gProbe.Created, 0);
   EXPECT_TRUE(FHost.Events().isEmpty());
 }

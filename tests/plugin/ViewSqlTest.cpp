@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QTemporaryDir>
 
 #include "plugin/KelEditor.h"
@@ -111,4 +112,40 @@ TEST(ViewSql, EscapeClosesThePreview) {
   QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
   QApplication::sendEvent(preview, &press);
   EXPECT_FALSE(preview->isVisible());
+}
+
+TEST(ViewSql, PreviewsOfLinksWithoutAWidgetOwnerAreSharedAndFreed) {
+  test::TTestHost host;
+  auto open = [&](QObject* owner, const char* text) {
+    TXLink link(owner);
+    link.SetVerb("DataOpen");
+    link.AddParams("SqlTxt", text);
+    int result = -1;
+    test::TestOpen(&host.Host(), &result, nullptr, &link, "VIEWSQLFRN");
+    return result;
+  };
+  auto windows = [] {
+    QList<TViewSqlFrm*> out;
+    for (QWidget* w : QApplication::topLevelWidgets())
+      if (auto* p = qobject_cast<TViewSqlFrm*>(w)) out << p;
+    return out;
+  };
+  // No owner: one shared window, freed when the user closes it.
+  EXPECT_EQ(open(nullptr, "SELECT 1"), 1);
+  open(nullptr, "SELECT 2");
+  ASSERT_EQ(windows().size(), 1);
+  QPointer<TViewSqlFrm> shared = windows().first();
+  EXPECT_EQ(shared->SqlText(), "SELECT 2");
+  shared->close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(shared.isNull());
+  // An owner that is a plain object: one window per owner, freed with it.
+  auto* owner = new QObject;
+  open(owner, "SELECT 3");
+  open(owner, "SELECT 4");
+  ASSERT_EQ(windows().size(), 1);
+  QPointer<TViewSqlFrm> owned = windows().first();
+  EXPECT_EQ(owned->SqlText(), "SELECT 4");
+  delete owner;
+  EXPECT_TRUE(owned.isNull());
 }

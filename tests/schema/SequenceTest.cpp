@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -157,6 +158,54 @@ TEST_F(Sequence, AlterLoadsTheSequenceAndWritesOnlyWhatChanged) {
   EXPECT_EQ(previews.first().value("text").toString(), "ALTER SEQUENCE APP.S1\r\n");
   EXPECT_EQ(previews.last().value("text").toString(),
             "ALTER SEQUENCE APP.S1\r\nINCREMENT BY 5 \r\nMAXVALUE 1000 \r\nCYCLE \r\n");
+}
+
+TEST_F(Sequence, DigitFieldsDropNonDigitsHoweverEnteredButKeepLoadedValues) {
+  test::TTestHost host(test::Json(R"({
+    'connection': {'user': 'APP', 'users': ['APP']},
+    'catalog': {'SchSequenceNrn.Info': [{'Last Value': '-10', 'Min Value': '-50',
+        'Max Value': '-1', 'Increment by': '-1', 'Cycle': 'NO', 'Cache?': '20', 'Order': 'NO'}]}
+  })"));
+  TXLink link;
+  host.Open("SEQUENCE", AlterLink(link), [](QWidget* form) {
+    auto* maximum = Child<QLineEdit>(form, "MaxValueEd");
+    auto* cache = Child<QLineEdit>(form, "CacheEd");
+    // A descending sequence's negative maximum is shown and stays editable.
+    EXPECT_EQ(maximum->text(), "-1");
+    Type(maximum, "0");
+    EXPECT_EQ(maximum->text(), "-10");
+    // Inserted and pasted text passes the same filter as typed text.
+    cache->clear();
+    cache->insert(" 5-0.");
+    EXPECT_EQ(cache->text(), "50");
+    EXPECT_EQ(cache->cursorPosition(), 2);
+    QApplication::clipboard()->setText("-7");
+    maximum->selectAll();
+    maximum->paste();
+    EXPECT_EQ(maximum->text(), "7");
+    Click(form, "ViewSqlBtn");
+  });
+  ASSERT_EQ(host.EventsOf("preview").size(), 1);
+  EXPECT_EQ(host.EventsOf("preview")[0].value("text").toString(),
+            "ALTER SEQUENCE APP.S1\r\nMAXVALUE 7 \r\n");
+}
+
+TEST_F(Sequence, SchemaListIsUpperCaseAndTheOwnerIsFoundInAnyLetterCase) {
+  test::TTestHost host(test::Json("{'connection': {'user': 'app', 'users': ['app', 'Hr']}}"));
+  TXLink link;
+  link.SetVerb("ChangeOwner");
+  link.AddParams("ObjFrmOwner", "hR");
+  host.Open("SEQUENCE", &link, [](QWidget* form) {
+    auto* schema = Child<QComboBox>(form, "SchemaCmb");
+    ASSERT_EQ(schema->count(), 2);
+    EXPECT_EQ(schema->itemText(0), "APP");
+    EXPECT_EQ(schema->currentText(), "HR");
+    Child<QLineEdit>(form, "SequenceNameEd")->setText("S1");
+    Click(form, "ViewSqlBtn");
+  });
+  ASSERT_EQ(host.EventsOf("preview").size(), 1);
+  EXPECT_TRUE(
+      host.EventsOf("preview")[0].value("text").toString().startsWith("CREATE SEQUENCE HR.S1\r\n"));
 }
 
 // The catalog query on a SQLite copy of the dictionary view it reads.

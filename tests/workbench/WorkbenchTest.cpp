@@ -349,6 +349,13 @@ TEST_F(WorkbenchTest, MessageBoxButtonsMapToModalResults) {
   EXPECT_EQ(
       FMessages.last(),
       host::FormatMessage(host::TCatalog::Builtin().Message("Acm.Check The"), {"Sequence Name"}));
+
+  // A question with arguments can be answered No.
+  press(QMessageBox::No);
+  FWindow->Host().SetMessageAnswerer({});
+  EXPECT_EQ(FWindow->Host().esMsgDBox("Workbench.DiscardEditor", {"SQL 1"},
+                                      kel::TMsgDlgType::Confirmation, false),
+            kel::mrNo);
 }
 
 TEST_F(WorkbenchTest, ChildWindowLeavesTheMdiAreaWhenItClosesButMayRefuse) {
@@ -371,6 +378,51 @@ TEST_F(WorkbenchTest, ChildWindowLeavesTheMdiAreaWhenItClosesButMayRefuse) {
   FWindow->Host().ShowMDIChild(stubborn);
   EXPECT_FALSE(FWindow->close());
   EXPECT_EQ(FWindow->MdiArea()->subWindowList().size(), 1);
+}
+
+// Text in an SQL editor exists nowhere else until it is saved: closing its tab or the
+// workbench asks first, and No keeps everything.
+TEST_F(WorkbenchTest, UnsavedEditorTextIsNotLostWithoutAsking) {
+  int answer = kel::mrNo;
+  QList<wb::TMessageRequest> asked;
+  FWindow->Host().SetMessageAnswerer([&](const wb::TMessageRequest& r) {
+    asked << r;
+    return answer;
+  });
+  QTabWidget* tabs = FWindow->EditorTabs();
+  FWindow->OpenEditor(QString());  // nothing to lose: closes without a question
+  EXPECT_TRUE(FWindow->CloseEditorTab(0));
+  EXPECT_TRUE(asked.isEmpty());
+
+  FWindow->OpenEditor("CREATE SEQUENCE APP.S1;\r\n");  // sent by a dialog, never saved
+  EXPECT_FALSE(FWindow->CloseEditorTab(0));
+  ASSERT_EQ(asked.size(), 1);
+  EXPECT_EQ(asked[0].Type, kel::TMsgDlgType::Confirmation);
+  EXPECT_EQ(asked[0].Buttons, kel::TMsgDlgButtons::YesNo);
+  EXPECT_TRUE(asked[0].Text.contains(tabs->tabText(0))) << asked[0].Text.toStdString();
+  emit tabs->tabCloseRequested(0);  // the tab's close button
+  EXPECT_EQ(tabs->count(), 1);
+  EXPECT_FALSE(FWindow->close());
+  EXPECT_EQ(tabs->count(), 1);
+  auto* editor = qobject_cast<kel::TKelEditor*>(tabs->widget(0));
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(editor->Text(), "CREATE SEQUENCE APP.S1;\r\n");
+
+  // Saved text closes without a question; a later edit asks again.
+  FWindow->Host().SetSaveFileAnswerer([this](QString& file) {
+    file = FDir.filePath("s1.sql");
+    return true;
+  });
+  FWindow->SaveEditor();
+  asked.clear();
+  EXPECT_TRUE(FWindow->close());
+  EXPECT_TRUE(asked.isEmpty());
+  FWindow->show();
+  editor->append("DROP SEQUENCE APP.S1;");
+  answer = kel::mrYes;
+  EXPECT_TRUE(FWindow->CloseEditorTab(0));
+  EXPECT_EQ(asked.size(), 1);
+  EXPECT_EQ(tabs->count(), 0);
 }
 
 TEST_F(WorkbenchTest, OpenDllMapsTheModuleNameToTheLoadedModule) {
