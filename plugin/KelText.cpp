@@ -75,6 +75,26 @@ QString UnitFormat(double value, int number, int unitType, int flags) {
   return QString::number(scaled, 'f', number < 0 ? 0 : number) + QLatin1String(kUnits[unit]);
 }
 
+QString FormatMsg(const QString& templ, const QStringList& args) {
+  QString out;
+  qsizetype next = 0;
+  for (qsizetype i = 0; i < templ.size(); ++i) {
+    if (templ[i] == u'%' && i + 1 < templ.size() &&
+        (templ[i + 1] == u's' || templ[i + 1] == u'%')) {
+      if (templ[i + 1] == u'%')
+        out += u'%';
+      else if (next < args.size())
+        out += args[next++];
+      else
+        ++next;
+      ++i;
+      continue;
+    }
+    out += templ[i];
+  }
+  return out;
+}
+
 QString QuoteSql(const QString& text) {
   QString out = text;
   out.replace(u'\'', QStringLiteral("''"));

@@ -30,6 +30,10 @@ QString BoolToStr(bool value);  // "True" / "False"
 // `value` is in bytes and is divided down to the unit with `number` decimals.
 QString UnitFormat(double value, int number, int unitType, int flags = 0);
 
+// A message template with its "%s" placeholders filled in order, as the original platform's Format
+// does ("%%" is a percent sign; a placeholder without an argument becomes empty).
+QString FormatMsg(const QString& templ, const QStringList& args);
+
 // A string with every "'" doubled, for SQL literals.
 QString QuoteSql(const QString& text);
 

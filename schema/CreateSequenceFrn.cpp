@@ -6,15 +6,6 @@
 
 namespace kel {
 
-namespace {
-// The message template with its "%s" replaced by `argument`.
-QString FormatTemplate(QString text, const QString& argument) {
-  const qsizetype at = text.indexOf(QStringLiteral("%s"));
-  if (at >= 0) text.replace(at, 2, argument);
-  return text;
-}
-}  // namespace
-
 TCreateSequenceFrm::TCreateSequenceFrm(QWidget* owner)
     : TKelDllDBDlgFrm(owner), ui(new Ui::TCreateSequenceFrm) {
   ui->setupUi(this);
@@ -82,8 +73,8 @@ void TCreateSequenceFrm::LoadSequence() {
   TempQry.Close();
 
   if (Application())
-    setWindowTitle(FormatTemplate(
-        Application()->esGetMSG(QStringLiteral("CreateSequenceFrm.Alter")), FSequenceName));
+    setWindowTitle(FormatMsg(Application()->esGetMSG(QStringLiteral("CreateSequenceFrm.Alter")),
+                             {FSequenceName}));
   ui->SequenceNameEd->setText(FSequenceName);
   SelectComboText(ui->SchemaCmb, FSchema);
   ui->StartWithSpinEdit->SetText(FLastValue);

@@ -247,8 +247,7 @@ void TCreateTableFrm::LoadTable() {
   DisableHeader();
   const QString caption =
       Application() ? Application()->esGetMSG(QStringLiteral("AlterTableCaption")) : QString();
-  setWindowTitle(caption + QStringLiteral(" [") + FSchema + QStringLiteral("] - ") + FTableName +
-                 u' ');
+  setWindowTitle(FormatMsg(QStringLiteral("%s [%s] - %s "), {caption, FSchema, FTableName}));
 }
 
 void TCreateTableFrm::LoadColumns() {

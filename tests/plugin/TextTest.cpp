@@ -19,6 +19,12 @@ TEST(Text, TrimNameCleansLabelCaptions) {
   EXPECT_EQ(TrimName("Save && Close:"), "Save & Close");
 }
 
+TEST(Text, FormatMsgFillsPlaceholdersInOrderAndLeavesArgumentsAlone) {
+  EXPECT_EQ(FormatMsg("%s [%s] - %s ", {"Alter Table", "APP", "T"}), "Alter Table [APP] - T ");
+  EXPECT_EQ(FormatMsg("Alter Sequence - %s", {"S%s1"}), "Alter Sequence - S%s1");
+  EXPECT_EQ(FormatMsg("100%% of %s and %s", {"A"}), "100% of A and ");
+}
+
 TEST(Text, StrToBoolAcceptsTheStandardForms) {
   EXPECT_TRUE(StrToBool("True"));
   EXPECT_TRUE(StrToBool("true"));
