@@ -219,6 +219,16 @@ bool TKelBaseFrm::CheckFail(QLabel* label, QWidget* control, const QString& key)
   return CheckFail(label ? label->text() : QString(), control, key);
 }
 
+bool TKelBaseFrm::CheckName(const QString& caption, QWidget* control, const QString& name,
+                            TNameKind kind) {
+  if (IsValidName(name, kind)) return true;
+  return CheckFail(caption, control, QStringLiteral("Acm.Valid The"));
+}
+
+bool TKelBaseFrm::CheckName(QLabel* label, QWidget* control, const QString& name, TNameKind kind) {
+  return CheckName(label ? label->text() : QString(), control, name, kind);
+}
+
 void TKelBaseFrm::FillSchemaCombo(QComboBox* combo) {
   combo->clear();
   if (!FDBInfo) return;

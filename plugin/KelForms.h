@@ -90,6 +90,13 @@ class TKelBaseFrm {
   bool CheckFail(QLabel* label, QWidget* control,
                  const QString& key = QStringLiteral("Acm.Check The"));
 
+  // The one check of a name field: true when `name` is an identifier Oracle takes (see
+  // IsValidName); otherwise "Acm.Valid The" with the caption, the control focused, false.
+  bool CheckName(const QString& caption, QWidget* control, const QString& name,
+                 TNameKind kind = TNameKind::Object);
+  bool CheckName(QLabel* label, QWidget* control, const QString& name,
+                 TNameKind kind = TNameKind::Object);
+
   // Clears the combo, fills it with the connection's users and selects the connected user.
   void FillSchemaCombo(QComboBox* combo);
   // Selects the item whose text is `text` in any letter case (no selection when absent).

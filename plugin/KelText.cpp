@@ -95,6 +95,52 @@ QString FormatMsg(const QString& templ, const QStringList& args) {
   return out;
 }
 
+namespace {
+bool IsNamePart(QStringView part) {
+  if (part.isEmpty()) return false;
+  for (QChar c : part)
+    if (c.unicode() < u' ' || c.unicode() == 0x7F || c == u';') return false;
+  QStringView body = part;
+  if (part.front() == u'"') {
+    if (part.size() < 3 || part.back() != u'"') return false;
+    body = part.mid(1, part.size() - 2);
+    if (body.contains(u'"')) return false;
+  } else {
+    if (!part.front().isLetter()) return false;
+    for (QChar c : part)
+      if (!c.isLetterOrNumber() && c != u'_' && c != u'$' && c != u'#') return false;
+  }
+  return body.toUtf8().size() <= 128;
+}
+
+// Splits at `sep` outside double quotes; false when a quote is left open.
+bool SplitOutsideQuotes(QStringView text, QChar sep, QList<QStringView>* parts) {
+  bool quoted = false;
+  qsizetype start = 0;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (text[i] == u'"') quoted = !quoted;
+    if (!quoted && text[i] == sep) {
+      parts->append(text.mid(start, i - start));
+      start = i + 1;
+    }
+  }
+  parts->append(text.mid(start));
+  return !quoted;
+}
+}  // namespace
+
+bool IsValidName(const QString& name, TNameKind kind) {
+  if (kind == TNameKind::Object) return IsNamePart(name);
+  QList<QStringView> at;
+  if (!SplitOutsideQuotes(name, u'@', &at) || at.size() > 2) return false;
+  if (at.size() == 2 && !IsNamePart(at[1])) return false;
+  QList<QStringView> dotted;
+  SplitOutsideQuotes(at[0], u'.', &dotted);
+  for (QStringView part : dotted)
+    if (!IsNamePart(part)) return false;
+  return true;
+}
+
 QString QuoteSql(const QString& text) {
   QString out = text;
   out.replace(u'\'', QStringLiteral("''"));

@@ -34,6 +34,14 @@ QString UnitFormat(double value, int number, int unitType, int flags = 0);
 // does ("%%" is a percent sign; a placeholder without an argument becomes empty).
 QString FormatMsg(const QString& templ, const QStringList& args);
 
+// What a name field of a dialog may hold, after the dialog's own trimming: an Oracle identifier.
+//   Object: an unquoted name (a letter, then letters, digits, "_", "$", "#") or a double-quoted
+//           name holding no '"'; at most 128 bytes (UTF-8, quotes not counted).
+//   DbLink: such names joined with "." and an optional "@" qualifier (another such name).
+// No name ever holds a control character (line breaks, tab, NUL) or ";".
+enum class TNameKind { Object, DbLink };
+bool IsValidName(const QString& name, TNameKind kind = TNameKind::Object);
+
 // A string with every "'" doubled, for SQL literals.
 QString QuoteSql(const QString& text);
 

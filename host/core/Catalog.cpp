@@ -23,8 +23,14 @@ const TCatalog& TCatalog::Builtin() {
       QFile f(dir.filePath(name));
       if (f.open(QIODevice::ReadOnly)) c.AddSqlText(QString::fromUtf8(f.readAll()));
     }
-    QFile messages(dir.filePath(QStringLiteral("messages.json")));
-    if (messages.open(QIODevice::ReadOnly)) c.AddMessagesJson(messages.readAll());
+    // messages.json first, then one messages.<Area>.json per group of dialogs.
+    QStringList jsons = dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
+    jsons.removeAll(QStringLiteral("messages.json"));
+    jsons.prepend(QStringLiteral("messages.json"));
+    for (const QString& name : jsons) {
+      QFile messages(dir.filePath(name));
+      if (messages.open(QIODevice::ReadOnly)) c.AddMessagesJson(messages.readAll());
+    }
     return c;
   }();
   return catalog;

@@ -9,7 +9,8 @@ namespace host {
 
 class TCatalog {
  public:
-  // The repository compiled into the host (catalog/*.sql and catalog/messages.json).
+  // The repository compiled into the host (catalog/*.sql, catalog/messages.json and
+  // catalog/messages.*.json).
   static const TCatalog& Builtin();
 
   // Adds every "-- name: KEY" query of an .sql text; later keys replace earlier ones.

@@ -37,6 +37,27 @@ TEST(Text, StrToBoolAcceptsTheStandardForms) {
 
 // The worked example of the statement buffer: fragments with lone CRs, an empty fragment, the
 // text set to its trimmed self plus ";" CR, then a comment line.
+TEST(Text, NamesAreOracleIdentifiersAndNothingElse) {
+  for (const char* good : {"S1", "emp_2", "A$#", "\"Mixed Case\"", "\"a.b@c\"", "\u00C4RGER"})
+    EXPECT_TRUE(IsValidName(QString::fromUtf8(good))) << good;
+  for (const char* bad :
+       {"", "1A", "_A", "A B", "A;", "S1 NOCACHE;\r\nDROP TABLE HR.E;\r\n--", "\"\"", "\"a\"b\"",
+        "\"open", "A\tB", "\"a\nb\"", "\"a;b\"", "A.B", "A@B"})
+    EXPECT_FALSE(IsValidName(QString::fromUtf8(bad))) << bad;
+  EXPECT_FALSE(IsValidName(QStringLiteral("A") + QChar(0) + QStringLiteral("B")));
+  EXPECT_TRUE(IsValidName(QString(128, u'A')));
+  EXPECT_FALSE(IsValidName(QString(129, u'A')));
+  EXPECT_TRUE(IsValidName(u'"' + QString(128, u'a') + u'"'));
+  // 64 two-byte letters are 128 bytes; one more is too long.
+  EXPECT_TRUE(IsValidName(QString(64, QChar(0xC4))));
+  EXPECT_FALSE(IsValidName(QString(65, QChar(0xC4))));
+
+  for (const char* good : {"REMOTE", "sales.example.com", "SALES.EXAMPLE.COM@HQ", "\"x.y\".Z"})
+    EXPECT_TRUE(IsValidName(QString::fromUtf8(good), TNameKind::DbLink)) << good;
+  for (const char* bad : {"A..B", ".A", "A.", "A@", "@A", "A@B@C", "A@B.C", "L;DROP", "A B.C"})
+    EXPECT_FALSE(IsValidName(QString::fromUtf8(bad), TNameKind::DbLink)) << bad;
+}
+
 TEST(SqlMemo, KeepsLoneCrsAndSplitsOnlyAtCrLf) {
   TSqlMemo memo;
   memo.Add("CREATE TABLE APP.T1 ");
