@@ -1,11 +1,13 @@
 // Every dialog of the module, by object-type word.
 #include "plugin/Dispatch.h"
+#include "schema/CreateIndexFrn.h"
 #include "schema/CreateSequenceFrn.h"
 #include "tables/CreateTableFrn.h"
 
 namespace kel {
 
 void RegisterDialogs() {
+  RegisterOpenRoutine("INDEX", &OpenModal<TCreateIndexFrm>);
   RegisterOpenRoutine("SEQUENCE", &OpenModal<TCreateSequenceFrm>);
   RegisterOpenRoutine("TABLE", &OpenChild<TCreateTableFrm>);
 }
