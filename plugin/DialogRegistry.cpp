@@ -2,6 +2,7 @@
 #include "plugin/Dispatch.h"
 #include "schema/CreateIndexFrn.h"
 #include "schema/CreateSequenceFrn.h"
+#include "tables/AlterConstraintFrn.h"
 #include "tables/CreateTableFrn.h"
 
 namespace kel {
@@ -9,6 +10,7 @@ namespace kel {
 void RegisterDialogs() {
   RegisterOpenRoutine("INDEX", &OpenModal<TCreateIndexFrm>);
   RegisterOpenRoutine("SEQUENCE", &OpenModal<TCreateSequenceFrm>);
+  RegisterOpenRoutine("ALTERCONSTRAINT", &OpenModal<TAlterConstraintFrm>);
   RegisterOpenRoutine("TABLE", &OpenChild<TCreateTableFrm>);
 }
 
