@@ -3,11 +3,14 @@
 #include "schema/CreateIndexFrn.h"
 #include "schema/CreateSequenceFrn.h"
 #include "tables/AlterConstraintFrn.h"
+#include "tables/CreateConstraintFrn.h"
 #include "tables/CreateTableFrn.h"
 
 namespace kel {
 
 void RegisterDialogs() {
+  RegisterOpenRoutine("CONSTRAINT", &OpenModal<TCreateConstraintFrm>);
+  RegisterOpenRoutine("ADDCONSTRAINT", &OpenModal<TCreateConstraintFrm>);
   RegisterOpenRoutine("INDEX", &OpenModal<TCreateIndexFrm>);
   RegisterOpenRoutine("SEQUENCE", &OpenModal<TCreateSequenceFrm>);
   RegisterOpenRoutine("ALTERCONSTRAINT", &OpenModal<TAlterConstraintFrm>);
