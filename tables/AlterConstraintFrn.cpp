@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QRadioButton>
 
+#include "plugin/KelQuery.h"
 #include "ui_AlterConstraintFrn.h"
 
 namespace kel {
@@ -43,6 +44,19 @@ void TAlterConstraintFrm::ReadParams(TXLink* link) {
 }
 
 void TAlterConstraintFrm::KelDllDBDlgFrmShow() {
+  // The constraint must still exist: nothing is offered for one dropped since it was listed.
+  TKelQuery q(DBInfo());
+  q.LoadSQL(QStringLiteral("AlterConstraintFrn.Constraint"));
+  q.ParamByName(QStringLiteral("P_OWN")) = Trim(FSchema);
+  q.ParamByName(QStringLiteral("P_TABLE")) = Trim(FTableName);
+  q.ParamByName(QStringLiteral("P_CONSTRAINT")) = Trim(FConstraintName);
+  q.Open();
+  if (q.Eof()) {
+    const QString text =
+        Application() ? Application()->esGetMSG(QStringLiteral("AlterConstraintFrn.NotFound"))
+                      : QString();
+    throw EKelError(FormatMsg(text, {Trim(FConstraintName), Trim(FSchema), Trim(FTableName)}));
+  }
   setWindowTitle(FormatMsg(QStringLiteral("%s [%s] "),
                            {windowTitle(), FSchema + QStringLiteral(".") + FTableName}));
 }

@@ -68,11 +68,22 @@ TEST(ConstraintCatalogKeys, PrimaryKeyQueryTakesTheTypeCondition) {
   q.ParamByName("P_TABLE") = "SESSION_CART";
   q.Open();
   EXPECT_TRUE(q.Eof());
+
+  q.LoadSQL("AlterConstraintFrn.Constraint");
+  q.ParamByName("P_OWN") = "APP";
+  q.ParamByName("P_TABLE") = "EMP";
+  q.ParamByName("P_CONSTRAINT") = "CK_EMP_COMM";
+  q.Open();
+  ASSERT_EQ(q.RecordCount(), 1);
+  EXPECT_EQ(q.FieldByName("STATUS"), "DISABLED");
+  EXPECT_EQ(q.FieldByName("RELY"), "RELY");
 }
 
 TEST(AlterConstraint, RelyNeverGoesWithStatusOrValidation) {
   RegisterOpenRoutine("ALTERCONSTRAINT", &OpenModal<TAlterConstraintFrm>);
-  test::TTestHost host;
+  test::TTestHost host(test::Json(
+      "{'catalog': {'AlterConstraintFrn.Constraint': [{'CONSTRAINT_TYPE': 'C', 'STATUS': "
+      "'ENABLED', 'VALIDATED': 'VALIDATED', 'RELY': ''}]}}"));
   TXLink link;
   link.SetVerb("Alter");
   link.AddParams("P_Schema", " APP ");
