@@ -57,6 +57,15 @@ void FitColumns(TKelTreeList* list) {
   }
 }
 
+// Selects `text`; an item the list does not hold (the index's table is not among the tables
+// the host lists for its owner) is added first, so the loaded index is shown as it is.
+void SelectOrAdd(QComboBox* combo, const QString& text) {
+  TKelBaseFrm::SelectComboText(combo, text);
+  if (combo->currentIndex() >= 0 || text.isEmpty()) return;
+  combo->addItem(text);
+  combo->setCurrentIndex(combo->count() - 1);
+}
+
 }  // namespace
 
 QString IndexBytesToKb(const QString& bytes) {
@@ -564,7 +573,7 @@ void TCreateIndexFrm::LoadIndex() {
       SelectComboText(ui->TableIndexSchemaCmb, owner);
     }
     FillTables();
-    SelectComboText(ui->TableIndexTblCmb, table);
+    SelectOrAdd(ui->TableIndexTblCmb, table);
     ui->UniqueChk->setChecked(Loaded("UNIQUENESS").toUpper() == u"UNIQUE");
     ui->BitmapChk->setChecked(Loaded("INDEX_TYPE").toUpper() == u"BITMAP");
     if (AsNumber(Loaded("DEGREE")) > 1) {
@@ -579,7 +588,7 @@ void TCreateIndexFrm::LoadIndex() {
       SelectComboText(ui->ClusterIndexSchemaCmb, owner);
     }
     FillClusters();
-    SelectComboText(ui->ClusterIndexTblCmb, table);
+    SelectOrAdd(ui->ClusterIndexTblCmb, table);
   }
   KindRadioClick();
   ui->LoggingCmb->setCurrentIndex(Loaded("LOGGING").toUpper() == u"YES" ? 1 : 2);

@@ -156,7 +156,7 @@ TEST_F(Index, ColumnMovesKeepTheTableListSortedAndDriveTheButtons) {
 TEST_F(Index, AlterComparesWithTheLoadedRowAndSplitsTheRebuild) {
   test::TTestHost host(test::Json(R"({
     'connection': {'user': 'APP', 'users': ['APP'], 'tablespaces': ['IDX', 'USERS'],
-                   'tables': {'APP': ['T']}},
+                   'tables': {'APP': ['OTHER']}},
     'catalog': {
       'CreateIndexFrn.Alter.001': [{'TABLESPACE_NAME': 'IDX', 'TABLE_TYPE': 'TABLE',
         'TABLE_OWNER': 'APP', 'TABLE_NAME': 'T', 'UNIQUENESS': 'UNIQUE', 'INDEX_TYPE': 'NORMAL',
@@ -177,6 +177,8 @@ TEST_F(Index, AlterComparesWithTheLoadedRowAndSplitsTheRebuild) {
     EXPECT_EQ(form->windowTitle(), "Alter Index - APP.T_IX");
     EXPECT_EQ(Child<QLineEdit>(form, "InitialExtentEd")->text(), "62.5");
     EXPECT_TRUE(Child<QCheckBox>(form, "UniqueChk")->isChecked());
+    // The index's table is shown even when the host does not list it for its owner.
+    EXPECT_EQ(Child<QComboBox>(form, "TableIndexTblCmb")->currentText(), "T");
     EXPECT_EQ(Child<TKelTreeList>(form, "TableTV2")->Cell(0, 0), "True");
     EXPECT_FALSE(Child<QWidget>(form, "KeyCompressionChk")->isEnabled());
     // No next extent is stored: a typed one is not compared and not written.
