@@ -82,6 +82,22 @@ TEST_F(TDemoWorkbench, BrowsedIndexTableAndConstraintOpenTheirDialogs) {
   EXPECT_EQ(addTable, "DEPT");
   EXPECT_EQ(indexTable, "DEPT");
 
+  // "New > Index" and "New > Constraint" in the browsed schema.
+  ASSERT_TRUE(Window->Browser()->SelectObject("SALES", "Tables", "ORDERS"));
+  QString indexSchema, tableSchema, constraintSchema;
+  OnModal([&](QDialog* d) {
+    indexSchema = d->findChild<QComboBox*>("SchemaCmb")->currentText();
+    tableSchema = d->findChild<QComboBox*>("TableIndexSchemaCmb")->currentText();
+  });
+  Window->NewAction("INDEX")->trigger();
+  EXPECT_EQ(indexSchema, "SALES");
+  EXPECT_EQ(tableSchema, "SALES");
+  OnModal([&](QDialog* d) {
+    constraintSchema = d->findChild<QComboBox*>("FSchemaCmb2")->currentText();
+  });
+  Window->NewAction("CONSTRAINT")->trigger();
+  EXPECT_EQ(constraintSchema, "SALES");
+
   ASSERT_TRUE(Window->Browser()->SelectObject(user, "Constraints", "CK_EMP_SAL"));
   OnModal([&](QDialog* d) { caption = d->windowTitle(); });
   Window->AlterAction()->trigger();
