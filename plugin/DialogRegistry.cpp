@@ -1,12 +1,19 @@
 // Every dialog of the module, by object-type word.
 #include "plugin/Dispatch.h"
+#include "schema/CreateIndexFrn.h"
 #include "schema/CreateSequenceFrn.h"
+#include "tables/AlterConstraintFrn.h"
+#include "tables/CreateConstraintFrn.h"
 #include "tables/CreateTableFrn.h"
 
 namespace kel {
 
 void RegisterDialogs() {
+  RegisterOpenRoutine("CONSTRAINT", &OpenModal<TCreateConstraintFrm>);
+  RegisterOpenRoutine("ADDCONSTRAINT", &OpenModal<TCreateConstraintFrm>);
+  RegisterOpenRoutine("INDEX", &OpenModal<TCreateIndexFrm>);
   RegisterOpenRoutine("SEQUENCE", &OpenModal<TCreateSequenceFrm>);
+  RegisterOpenRoutine("ALTERCONSTRAINT", &OpenModal<TAlterConstraintFrm>);
   RegisterOpenRoutine("TABLE", &OpenChild<TCreateTableFrm>);
 }
 
