@@ -155,8 +155,9 @@ TTypeAttribute TCreateAttributeFrm::Attribute() const {
   if (ui->PrecisionEd->isEnabled()) {
     const QString precision = Trim(ui->PrecisionEd->Text());
     a.Precision = precision.toLongLong() < 1 ? QString() : precision;
+    // A scale without a precision cannot be written: NUMBER stays bare.
     const QString scale = Trim(ui->ScaleEd->Text());
-    a.Scale = scale.toLongLong() < 1 ? QString() : scale;
+    a.Scale = a.Precision.isEmpty() || scale.toLongLong() < 1 ? QString() : scale;
   }
   return a;
 }
