@@ -135,3 +135,17 @@ TEST(TypeCatalog, TypeDialogLoadsMethodsAndParametersFromTheDemo) {
   }
   SetApplication(nullptr);
 }
+
+// The workbench's browser folders list the demo's types, which its "Alter..." hands to the
+// dialogs with IsAlter, P_Schema and P_ObjName.
+TEST(TypeCatalog, WorkbenchFoldersListTheDemoTypesByKind) {
+  const QStringList objects = Column(Rows("Workbench.ObjectTypes", {{"P_OWNER", "APP"}}), "NAME");
+  EXPECT_TRUE(objects.contains("ACCOUNT_T"));
+  EXPECT_TRUE(objects.contains("PERSON_T"));
+  EXPECT_FALSE(objects.contains("PHONE_LIST_T"));
+  const QStringList collections =
+      Column(Rows("Workbench.CollectionTypes", {{"P_OWNER", "APP"}}), "NAME");
+  EXPECT_TRUE(collections.contains("PHONE_LIST_T"));
+  EXPECT_TRUE(collections.contains("DATE_LIST_T"));
+  EXPECT_FALSE(collections.contains("ACCOUNT_T"));
+}
