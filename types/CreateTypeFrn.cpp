@@ -350,10 +350,10 @@ void TCreateTypeFrm::MethodDelBtnClick() {
 // Validation and the statement.
 
 bool TCreateTypeFrm::Validate() {
-  if (ui->SchemaCmb->currentIndex() < 0) return CheckFail(ui->SchemaLbl, ui->SchemaCmb);
   const QString name = Trim(ui->ObjNameEd->text());
   if (name.isEmpty()) return CheckFail(ui->ObjNameLbl, ui->ObjNameEd);
   if (!CheckName(ui->ObjNameLbl, ui->ObjNameEd, name)) return false;
+  if (ui->SchemaCmb->currentIndex() < 0) return CheckFail(ui->SchemaLbl, ui->SchemaCmb);
   // Oracle takes no object type without attributes.
   if (FAttributes.isEmpty()) {
     if (Application())

@@ -37,7 +37,7 @@ QStringList Column(const TRows& rows, const char* column) {
 }  // namespace
 
 TEST(TypeCatalog, InfoTellsFinalSubAndMissingTypes) {
-  const TRows account = Rows("CreateTypeFrn.Info", {{"P_OWN", "APP"}, {"P_NAME", "ACCOUNT_T"}});
+  const TRows account = Rows("CreateTypeFrn.Info", {{"P_OWN", "SALES"}, {"P_NAME", "ACCOUNT_T"}});
   ASSERT_EQ(account.size(), 1);
   EXPECT_EQ(account[0].value("TYPECODE"), "OBJECT");
   EXPECT_EQ(account[0].value("FINAL"), "YES");
@@ -47,11 +47,12 @@ TEST(TypeCatalog, InfoTellsFinalSubAndMissingTypes) {
   EXPECT_EQ(Rows("CreateTypeFrn.Info", {{"P_OWN", "APP"}, {"P_NAME", "EMPLOYEE_T"}})[0].value(
                 "SUPERTYPE_NAME"),
             "PERSON_T");
-  EXPECT_TRUE(Rows("CreateTypeFrn.Info", {{"P_OWN", "HR"}, {"P_NAME", "ACCOUNT_T"}}).isEmpty());
+  EXPECT_TRUE(Rows("CreateTypeFrn.Info", {{"P_OWN", "APP"}, {"P_NAME", "ACCOUNT_T"}}).isEmpty());
 }
 
 TEST(TypeCatalog, AttributesInOrderWithSizesAndOnlyLocalOnes) {
-  const TRows attrs = Rows("CreateTypeFrn.attribute", {{"P_OWN", "APP"}, {"P_NAME", "ACCOUNT_T"}});
+  const TRows attrs =
+      Rows("CreateTypeFrn.attribute", {{"P_OWN", "SALES"}, {"P_NAME", "ACCOUNT_T"}});
   EXPECT_EQ(Column(attrs, "ATTR_NAME"),
             (QStringList{"ACCOUNT_NO", "HOLDER", "OPENED", "AMOUNT", "BRANCH", "OPENED_BY"}));
   EXPECT_EQ(attrs[1].value("LENGTH"), "60");
@@ -64,7 +65,7 @@ TEST(TypeCatalog, AttributesInOrderWithSizesAndOnlyLocalOnes) {
 }
 
 TEST(TypeCatalog, MethodsWithResultsAndParametersPerMethodNumber) {
-  const TRows methods = Rows("CreateTypeFrn.Method", {{"P_OWN", "APP"}, {"P_NAME", "ACCOUNT_T"}});
+  const TRows methods = Rows("CreateTypeFrn.Method", {{"P_OWN", "SALES"}, {"P_NAME", "ACCOUNT_T"}});
   EXPECT_EQ(Column(methods, "METHOD_NAME"),
             (QStringList{"BALANCE", "DEPOSIT", "MAILING", "SORT_KEY"}));
   EXPECT_EQ(Column(methods, "RESULTS"), (QStringList{"1", "0", "1", "1"}));
@@ -74,13 +75,13 @@ TEST(TypeCatalog, MethodsWithResultsAndParametersPerMethodNumber) {
   EXPECT_EQ(methods[1].value("RESULT_TYPE_NAME"), "");
 
   const TRows params = Rows("CreateTypeFrn.Parameter",
-                            {{"P_OWN", "APP"}, {"P_NAME", "ACCOUNT_T"}, {"P_METHOD_NO", "2"}});
+                            {{"P_OWN", "SALES"}, {"P_NAME", "ACCOUNT_T"}, {"P_METHOD_NO", "2"}});
   EXPECT_EQ(Column(params, "PARAM_NAME"), (QStringList{"SELF", "SUM_IN", "BOOKED_ON"}));
   EXPECT_EQ(Column(params, "PARAM_MODE"), (QStringList{"IN OUT", "IN", "IN"}));
 }
 
 TEST(TypeCatalog, BodyLinesBeginWithTypeBody) {
-  const TRows body = Rows("CreateTypeFrn.Body", {{"P_OWN", "APP"}, {"P_NAME", "ACCOUNT_T"}});
+  const TRows body = Rows("CreateTypeFrn.Body", {{"P_OWN", "SALES"}, {"P_NAME", "ACCOUNT_T"}});
   ASSERT_EQ(body.size(), 18);
   EXPECT_TRUE(body[0].value("TEXT").startsWith("TYPE BODY ACCOUNT_T AS"));
   EXPECT_EQ(body[17].value("TEXT"), "END;");
@@ -139,13 +140,13 @@ TEST(TypeCatalog, TypeDialogLoadsMethodsAndParametersFromTheDemo) {
 // The workbench's browser folders list the demo's types, which its "Alter..." hands to the
 // dialogs with IsAlter, P_Schema and P_ObjName.
 TEST(TypeCatalog, WorkbenchFoldersListTheDemoTypesByKind) {
-  const QStringList objects = Column(Rows("Workbench.ObjectTypes", {{"P_OWNER", "APP"}}), "NAME");
-  EXPECT_TRUE(objects.contains("ACCOUNT_T"));
-  EXPECT_TRUE(objects.contains("PERSON_T"));
-  EXPECT_FALSE(objects.contains("PHONE_LIST_T"));
-  const QStringList collections =
-      Column(Rows("Workbench.CollectionTypes", {{"P_OWNER", "APP"}}), "NAME");
-  EXPECT_TRUE(collections.contains("PHONE_LIST_T"));
-  EXPECT_TRUE(collections.contains("DATE_LIST_T"));
-  EXPECT_FALSE(collections.contains("ACCOUNT_T"));
+  EXPECT_EQ(Column(Rows("Workbench.ObjectTypes", {{"P_OWNER", "SALES"}}), "NAME"),
+            (QStringList{"ACCOUNT_T", "LEGACY_T"}));
+  const QStringList app = Column(Rows("Workbench.ObjectTypes", {{"P_OWNER", "APP"}}), "NAME");
+  EXPECT_TRUE(app.contains("PERSON_T"));
+  EXPECT_FALSE(app.contains("PHONE_LIST_T"));
+  EXPECT_EQ(Column(Rows("Workbench.CollectionTypes", {{"P_OWNER", "SALES"}}), "NAME"),
+            (QStringList{"DATE_LIST_T"}));
+  EXPECT_TRUE(Column(Rows("Workbench.CollectionTypes", {{"P_OWNER", "APP"}}), "NAME")
+                  .contains("PHONE_LIST_T"));
 }
