@@ -377,7 +377,8 @@ bool TCreateTypeFrm::CheckReferencedTypes() {
     if (known.value(schema).contains(object)) return true;
     if (Application())
       Application()->esMsgDBox(QStringLiteral("CreateTypeFrn.TypeGone2"),
-                               {schema + u'.' + object, user}, TMsgDlgType::Warning, false);
+                               {schema.isEmpty() ? object : schema + u'.' + object, user},
+                               TMsgDlgType::Warning, false);
     FocusControl(list);
     list->SetFocusedRow(row);
     return false;

@@ -150,3 +150,50 @@ TEST(TypeCatalog, WorkbenchFoldersListTheDemoTypesByKind) {
   EXPECT_TRUE(Column(Rows("Workbench.CollectionTypes", {{"P_OWNER", "APP"}}), "NAME")
                   .contains("PHONE_LIST_T"));
 }
+
+namespace {
+// Opens a type in alter mode on the demo database, presses View SQL and returns the statement.
+template <class TForm>
+QString DemoPreview(const char* schema, const char* name) {
+  host::TRecordingHost recorder(test::DemoConnection(), QJsonObject());
+  SetApplication(&recorder);
+  QString text;
+  {
+    TForm form(nullptr);
+    form.SetParentControl(nullptr);
+    TXLink link;
+    link.SetVerb("Alter");
+    link.AddParams("IsAlter", "True");
+    link.AddParams("P_Schema", schema);
+    link.AddParams("P_ObjName", name);
+    form.ReadParams(&link);
+    form.show();
+    form.ViewSqlBtnClick();
+    text = form.SqlMemo().Text();
+  }
+  SetApplication(nullptr);
+  return text;
+}
+}  // namespace
+
+TEST(TypeCatalog, DemoTypesAreWrittenBackAsTheyStand) {
+  const QString account = DemoPreview<TCreateTypeFrm>("SALES", "ACCOUNT_T");
+  EXPECT_TRUE(account.startsWith(
+      "CREATE OR REPLACE TYPE SALES.ACCOUNT_T AS OBJECT\r\n(\r\n  ACCOUNT_NO NUMBER(12,0),\r\n"
+      "  HOLDER   VARCHAR2(60),\r\n  OPENED DATE,\r\n  AMOUNT NUMBER(14,2),\r\n"
+      "  BRANCH APP.ADDRESS_T,\r\n  OPENED_BY REF APP.PERSON_T,\r\n"
+      "  MEMBER FUNCTION BALANCE RETURN NUMBER,\r\n"
+      "  MEMBER PROCEDURE DEPOSIT(SUM_IN IN NUMBER,BOOKED_ON IN DATE),\r\n"
+      "  MEMBER FUNCTION MAILING(KIND IN VARCHAR2) RETURN APP.ADDRESS_T,\r\n"
+      "  MAP MEMBER FUNCTION SORT_KEY RETURN NUMBER\r\n);\r\n\r\n"
+      "CREATE OR REPLACE \r\nTYPE BODY SALES.ACCOUNT_T AS\r\n"))
+      << account.toStdString();
+  EXPECT_TRUE(account.endsWith("    RETURN ACCOUNT_NO;\r\n  END;\r\nEND;\r\n"));
+
+  EXPECT_EQ(DemoPreview<TCreateCollectFrm>("APP", "PHONE_LIST_T"),
+            "CREATE OR REPLACE TYPE APP.PHONE_LIST_T AS VARRAY(5) \r\nOF   VARCHAR2(20)\r\n");
+  EXPECT_EQ(DemoPreview<TCreateCollectFrm>("APP", "ADDRESS_TAB_T"),
+            "CREATE OR REPLACE TYPE APP.ADDRESS_TAB_T AS TABLE \r\nOF APP.ADDRESS_T\r\n");
+  EXPECT_EQ(DemoPreview<TCreateCollectFrm>("SALES", "DATE_LIST_T"),
+            "CREATE OR REPLACE TYPE SALES.DATE_LIST_T AS VARRAY(31) \r\nOF DATE\r\n");
+}

@@ -35,6 +35,8 @@ TEST(TypeText, AttributeLinesForBuiltInNestedAndRefTypes) {
             "  HOME APP.ADDRESS_T,");
   EXPECT_EQ(AttributeLine({"BOSS", kRefMarker, "APP", "PERSON_T", "", "", ""}),
             "  BOSS REF APP.PERSON_T,");
+  // A CLOB loaded as an object type without owner.
+  EXPECT_EQ(AttributeLine({"NOTES", kNestedObject, "", "CLOB", "", "", ""}), "  NOTES .CLOB,");
 }
 
 TEST(TypeText, MethodsAreMemberMethodsWithParenthesesOnlyForParameters) {
