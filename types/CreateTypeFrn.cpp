@@ -1,6 +1,6 @@
 #include "types/CreateTypeFrn.h"
 
-#include <QSet>
+#include <QHash>
 #include <QSignalBlocker>
 
 #include "plugin/KelQuery.h"
