@@ -5,6 +5,8 @@
 #include "tables/AlterConstraintFrn.h"
 #include "tables/CreateConstraintFrn.h"
 #include "tables/CreateTableFrn.h"
+#include "types/CreateCollectFrn.h"
+#include "types/CreateTypeFrn.h"
 
 namespace kel {
 
@@ -15,6 +17,8 @@ void RegisterDialogs() {
   RegisterOpenRoutine("SEQUENCE", &OpenModal<TCreateSequenceFrm>);
   RegisterOpenRoutine("ALTERCONSTRAINT", &OpenModal<TAlterConstraintFrm>);
   RegisterOpenRoutine("TABLE", &OpenChild<TCreateTableFrm>);
+  RegisterOpenRoutine("OBJECT TYPE", &OpenModal<TCreateTypeFrm>);
+  RegisterOpenRoutine("COLLECTION TYPE", &OpenModal<TCreateCollectFrm>);
 }
 
 }  // namespace kel

@@ -1,0 +1,67 @@
+-- name: CreateTypeFrn.Info
+-- Object type dialog: the type to change, its own attributes, methods, method parameters and
+-- body. Inherited attributes and methods belong to the supertype and are left out.
+SELECT T.TYPECODE AS "TYPECODE",
+       T.SUPERTYPE_OWNER AS "SUPERTYPE_OWNER",
+       T.SUPERTYPE_NAME AS "SUPERTYPE_NAME",
+       T.FINAL AS "FINAL",
+       T.INSTANTIABLE AS "INSTANTIABLE"
+  FROM ALL_TYPES T
+ WHERE T.OWNER = :P_OWN
+   AND T.TYPE_NAME = :P_NAME
+
+-- name: CreateTypeFrn.attribute
+SELECT A.ATTR_NAME AS "ATTR_NAME",
+       A.ATTR_TYPE_NAME AS "ATTR_TYPE_NAME",
+       A.ATTR_TYPE_MOD AS "ATTR_TYPE_MOD",
+       A.ATTR_TYPE_OWNER AS "ATTR_TYPE_OWNER",
+       CAST(A.LENGTH AS VARCHAR(40)) AS "LENGTH",
+       CAST(A.PRECISION AS VARCHAR(40)) AS "PRECISION",
+       CAST(A.SCALE AS VARCHAR(40)) AS "SCALE"
+  FROM ALL_TYPE_ATTRS A
+ WHERE A.OWNER = :P_OWN
+   AND A.TYPE_NAME = :P_NAME
+   AND A.INHERITED = 'NO'
+ ORDER BY A.ATTR_NO
+
+-- name: CreateTypeFrn.Method
+-- RESULTS is 0 for a procedure. METHOD_NO tells overloaded methods apart.
+SELECT M.METHOD_NAME AS "METHOD_NAME",
+       CAST(M.METHOD_NO AS VARCHAR(40)) AS "METHOD_NO",
+       M.METHOD_TYPE AS "METHOD_TYPE",
+       CAST(M.RESULTS AS VARCHAR(40)) AS "RESULTS",
+       R.RESULT_TYPE_NAME AS "RESULT_TYPE_NAME",
+       R.RESULT_TYPE_MOD AS "RESULT_TYPE_MOD",
+       R.RESULT_TYPE_OWNER AS "RESULT_TYPE_OWNER"
+  FROM ALL_TYPE_METHODS M
+  LEFT OUTER JOIN ALL_METHOD_RESULTS R
+    ON R.OWNER = M.OWNER
+   AND R.TYPE_NAME = M.TYPE_NAME
+   AND R.METHOD_NAME = M.METHOD_NAME
+   AND R.METHOD_NO = M.METHOD_NO
+ WHERE M.OWNER = :P_OWN
+   AND M.TYPE_NAME = :P_NAME
+   AND M.INHERITED = 'NO'
+ ORDER BY M.METHOD_NO
+
+-- name: CreateTypeFrn.Parameter
+-- The parameters of one method, the implicit SELF included (the dialog skips it).
+SELECT P.PARAM_NAME AS "PARAM_NAME",
+       P.PARAM_MODE AS "PARAM_MODE",
+       P.PARAM_TYPE_NAME AS "PARAM_TYPE_NAME",
+       P.PARAM_TYPE_MOD AS "PARAM_TYPE_MOD",
+       P.PARAM_TYPE_OWNER AS "PARAM_TYPE_OWNER"
+  FROM ALL_METHOD_PARAMS P
+ WHERE P.OWNER = :P_OWN
+   AND P.TYPE_NAME = :P_NAME
+   AND P.METHOD_NO = :P_METHOD_NO
+ ORDER BY P.PARAM_NO
+
+-- name: CreateTypeFrn.Body
+-- The stored source of the body, line by line; it begins with TYPE BODY.
+SELECT S.TEXT AS "TEXT"
+  FROM ALL_SOURCE S
+ WHERE S.OWNER = :P_OWN
+   AND S.NAME = :P_NAME
+   AND S.TYPE = 'TYPE BODY'
+ ORDER BY S.LINE
