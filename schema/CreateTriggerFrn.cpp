@@ -797,6 +797,7 @@ void TCreateTriggerFrm::BuildSql() {
   SqlMemo().Clear();
   const QString text = FStatements.Text();
   if (!Trim(text).isEmpty()) SqlMemo().Add(text);
+  const QSignalBlocker block(ui->SqlMemo);
   ui->SqlMemo->setPlainText(SqlMemo().Text());
 }
 

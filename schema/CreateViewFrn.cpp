@@ -162,8 +162,10 @@ void TCreateViewFrm::KelDllChildFrmShow() {
 // Loading an existing view.
 
 QString TCreateViewFrm::SplitViewText(const QString& text, QString* withOption) {
-  const qsizetype readOnly = text.indexOf(kReadOnly, 0, Qt::CaseInsensitive);
-  const qsizetype checkOption = text.indexOf(kCheckOption, 0, Qt::CaseInsensitive);
+  // The clause ends the text: its last occurrence is the clause, an earlier one sits in the
+  // query (a literal, a comment).
+  const qsizetype readOnly = text.lastIndexOf(kReadOnly, -1, Qt::CaseInsensitive);
+  const qsizetype checkOption = text.lastIndexOf(kCheckOption, -1, Qt::CaseInsensitive);
   const qsizetype cut = std::max(readOnly, checkOption);
   if (withOption) *withOption = cut < 0 ? QString() : cut == readOnly ? kReadOnly : kCheckOption;
   return cut < 0 ? text : text.left(cut);
@@ -523,6 +525,18 @@ bool TCreateViewFrm::Validate() {
         return CheckFail(ui->SuperViewLbl, ui->SuperViewCmb);
     }
   }
+  // An alias list whose rows are all unchecked would be written as "()", which the server
+  // refuses.
+  bool anyChecked = false;
+  for (int r = 0; r < ui->AliasTreeList->RowCount(); ++r)
+    anyChecked = anyChecked || ui->AliasTreeList->Cell(r, acCheck) == kTrue;
+  if (ui->AliasTreeList->isEnabled() && ui->AliasTreeList->RowCount() > 0 && !anyChecked) {
+    if (Application())
+      Application()->esMsgDBox(QStringLiteral("CreateViewFrn.NoAlias"), {}, TMsgDlgType::Warning,
+                               false);
+    FocusControl(ui->AliasTreeList);
+    return false;
+  }
   const QString aliasCaption = ui->AliasTreeList->headerItem()->text(acName);
   for (int r = 0; r < ui->AliasTreeList->RowCount(); ++r) {
     if (ui->AliasTreeList->Cell(r, acCheck) != kTrue) continue;
@@ -625,7 +639,11 @@ void TCreateViewFrm::BuildSql() {
   TerminateStatement();
   AddViewComment();
   AddColumnComments();
-  ui->SqlMemo->setPlainText(SqlMemo().Text());
+  {
+    // The script page shows what was built; it is not an edit of the user's.
+    const QSignalBlocker block(ui->SqlMemo);
+    ui->SqlMemo->setPlainText(SqlMemo().Text());
+  }
   RefreshOwnedPreview();
 }
 
