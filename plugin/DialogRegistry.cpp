@@ -4,6 +4,8 @@
 #include "schema/CreateSequenceFrn.h"
 #include "tables/AlterConstraintFrn.h"
 #include "tables/CreateConstraintFrn.h"
+#include "schema/CreateTriggerFrn.h"
+#include "schema/CreateViewFrn.h"
 #include "tables/CreateTableFrn.h"
 #include "types/CreateCollectFrn.h"
 #include "types/CreateTypeFrn.h"
@@ -19,6 +21,8 @@ void RegisterDialogs() {
   RegisterOpenRoutine("TABLE", &OpenChild<TCreateTableFrm>);
   RegisterOpenRoutine("OBJECT TYPE", &OpenModal<TCreateTypeFrm>);
   RegisterOpenRoutine("COLLECTION TYPE", &OpenModal<TCreateCollectFrm>);
+  RegisterOpenRoutine("VIEW", &OpenChild<TCreateViewFrm>);
+  RegisterOpenRoutine("TRIGGER", &OpenModal<TCreateTriggerFrm>);
 }
 
 }  // namespace kel
