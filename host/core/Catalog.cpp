@@ -37,7 +37,8 @@ const TCatalog& TCatalog::Builtin() {
 }
 
 void TCatalog::AddSqlText(const QString& text) {
-  static const QRegularExpression kName(QStringLiteral("^--\\s*name:\\s*(\\S+)\\s*$"));
+  // A key runs to the end of its line and may hold blanks ("SchUserNrn.Object Priv").
+  static const QRegularExpression kName(QStringLiteral("^--\\s*name:\\s*(\\S(?:.*\\S)?)\\s*$"));
   QString key;
   QStringList body;
   auto flush = [&] {
