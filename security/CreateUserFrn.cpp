@@ -426,7 +426,7 @@ bool TCreateUserFrm::Validate() {
 QString TCreateUserFrm::IdentifiedClause() const {
   if (OSAuthRdo->isChecked()) return QStringLiteral(" IDENTIFIED EXTERNALLY");
   if (EnterpriseRdo->isChecked())
-    return QStringLiteral(" IDENTIFIED GLOBALLY AS '") + ExternalNameEd->text() + u'\'';
+    return QStringLiteral(" IDENTIFIED GLOBALLY AS '") + QuoteSql(ExternalNameEd->text()) + u'\'';
   return QStringLiteral(" IDENTIFIED BY \"") + PasswordEd->text() + u'"';
 }
 
@@ -454,7 +454,8 @@ QString TCreateUserFrm::AlterIdentifiedClause() const {
     if (FAuth == u"GLOBAL" && FExternalName == ExternalNameEd->text()) return QString();
     return ExternalNameEd->text().isEmpty()
                ? QStringLiteral("\tIDENTIFIED GLOBALLY")
-               : FormatMsg(QStringLiteral("\tIDENTIFIED GLOBALLY '%s'"), {ExternalNameEd->text()});
+               : FormatMsg(QStringLiteral("\tIDENTIFIED GLOBALLY '%s'"),
+                           {QuoteSql(ExternalNameEd->text())});
   }
   if (OSAuthRdo->isChecked())
     return FAuth == u"EXTERNAL" ? QString() : QStringLiteral("\tIDENTIFIED EXTERNALLY");
