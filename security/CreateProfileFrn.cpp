@@ -175,6 +175,12 @@ void TCreateProfileFrm::ReadParams(TXLink* link) {
   FProfileName = link->ParamByString(QStringLiteral("P_ObjName"));
 }
 
+void TCreateProfileFrm::showEvent(QShowEvent* event) {
+  TKelDllDBDlgFrm::showEvent(event);
+  // The statement page shows what was built; writing it is not an edit.
+  if (Tracker()) QObject::disconnect(SqlText, nullptr, Tracker(), nullptr);
+}
+
 void TCreateProfileFrm::KelDllDBDlgFrmShow() {
   MainPage->setTabVisible(MainPage->indexOf(FSqlPage), false);
   if (FIsAlter) {

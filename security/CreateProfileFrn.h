@@ -36,6 +36,7 @@ class TCreateProfileFrm : public TKelDllDBDlgFrm {
 
  protected:
   void KelDllDBDlgFrmShow() override;
+  void showEvent(QShowEvent* event) override;
   bool Validate() override;
   void BuildSql() override;
 

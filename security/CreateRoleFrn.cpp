@@ -126,6 +126,13 @@ void TCreateRoleFrm::ReadParams(TXLink* link) {
   FGrants->SetAlter(FIsAlter);
 }
 
+void TCreateRoleFrm::showEvent(QShowEvent* event) {
+  TKelDllDBDlgFrm::showEvent(event);
+  // The statement page shows what was built; writing it is not an edit.
+  if (Tracker()) QObject::disconnect(SqlText, nullptr, Tracker(), nullptr);
+  FGrants->Untrack();
+}
+
 void TCreateRoleFrm::KelDllDBDlgFrmShow() {
   if (FIsAlter) LoadRole();
   AuthRdoClick();

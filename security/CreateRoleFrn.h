@@ -33,6 +33,7 @@ class TCreateRoleFrm : public TKelDllDBDlgFrm {
 
  protected:
   void KelDllDBDlgFrmShow() override;
+  void showEvent(QShowEvent* event) override;
   bool Validate() override;
   void BuildSql() override;
 

@@ -296,6 +296,14 @@ void TCreateUserFrm::ReadParams(TXLink* link) {
   FGrants->SetAlter(FIsAlter);
 }
 
+void TCreateUserFrm::showEvent(QShowEvent* event) {
+  TKelDllDBDlgFrm::showEvent(event);
+  // The statement page shows what was built; writing it is not an edit.
+  if (Tracker()) QObject::disconnect(SqlText, nullptr, Tracker(), nullptr);
+  FGrants->Untrack();
+  if (Tracker()) QObject::disconnect(QuotaTreeList, &TKelTreeList::RowsChanged, Tracker(), nullptr);
+}
+
 void TCreateUserFrm::KelDllDBDlgFrmShow() {
   if (FIsAlter) LoadUser();
   AuthRdoClick();
@@ -403,7 +411,9 @@ QString TCreateUserFrm::UserName() const {
 
 bool TCreateUserFrm::PasswordRequired() const {
   if (!DBAuthRdo->isChecked()) return false;
-  return !FIsAlter || FAuth == u"EXTERNAL" || FAuth == u"GLOBAL";
+  // A user without a password of its own (EXTERNAL, GLOBAL, or NONE for a schema-only account)
+  // needs one to switch to database authentication.
+  return !FIsAlter || FAuth != u"PASSWORD";
 }
 
 bool TCreateUserFrm::Validate() {

@@ -51,6 +51,7 @@ class TCreateUserFrm : public TKelDllDBDlgFrm {
 
  protected:
   void KelDllDBDlgFrmShow() override;
+  void showEvent(QShowEvent* event) override;
   bool Validate() override;
   void BuildSql() override;
   void AfterExecute() override;

@@ -568,6 +568,17 @@ void TGrantEditor::InitLoad() {
   TKelBaseFrm::UpperCaseItems(FSchemaCmb);
 }
 
+void TGrantEditor::Untrack() const {
+  TChangeEventClass* tracker = FForm->Tracker();
+  if (!tracker) return;
+  for (TKelTreeList* list :
+       {FRoles, FGrantedRoles, FPrivs, FGrantedPrivs, FGroups, FGrantedGroups, FObjects, FObjGrant})
+    QObject::disconnect(list, &TKelTreeList::RowsChanged, tracker, nullptr);
+  QObject::disconnect(FObjGrant, nullptr, tracker, nullptr);
+  QObject::disconnect(FObjTypeCmb, nullptr, tracker, nullptr);
+  QObject::disconnect(FSchemaCmb, nullptr, tracker, nullptr);
+}
+
 // ---------------------------------------------------------------------------------------------
 // Rows
 

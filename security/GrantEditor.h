@@ -105,6 +105,10 @@ class TGrantEditor : public QObject {
   QWidget* ObjectPage() const { return FObjectPage; }
   QWidget* ResourcePage() const { return FResourcePage; }
 
+  // Filling a page and browsing objects are not edits: the form's change tracker stops
+  // watching the list fills and the browser's combos (moves and cell edits still count).
+  void Untrack() const;
+
   // Fills `page` the first time it becomes the active page.
   void MainPageChange(QWidget* page);
   bool Loaded(QWidget* page) const;
