@@ -731,12 +731,13 @@ void TGrantEditor::MainPageChange(QWidget* page) {
 }
 
 void TGrantEditor::FillRoles() {
+  const QString grantee = FGrantee();
   QList<QStringList> granted;
   QSet<QString> names;
   if (FIsAlter) {
     TempQry.Close();
     TempQry.LoadSQL(QStringLiteral("CreateRoleFrn.Alter02"));
-    TempQry.ParamByName(QStringLiteral("P_NAME")) = FGrantee();
+    TempQry.ParamByName(QStringLiteral("P_NAME")) = grantee;
     TempQry.Open();
     for (; !TempQry.Eof(); TempQry.Next()) {
       TGrantRow row;
@@ -755,7 +756,8 @@ void TGrantEditor::FillRoles() {
   for (; !TempQry.Eof(); TempQry.Next()) {
     TGrantRow row;
     row.Name = TempQry.FieldByName(QStringLiteral("ROLE"));
-    if (!names.contains(row.Name)) available << RowCells(row, false);
+    // A role cannot be granted to itself.
+    if (!names.contains(row.Name) && row.Name != grantee) available << RowCells(row, false);
   }
   TempQry.Close();
   FRoles->AddRows(available);
