@@ -6,6 +6,9 @@
 #include "tables/CreateConstraintFrn.h"
 #include "schema/CreateTriggerFrn.h"
 #include "schema/CreateViewFrn.h"
+#include "security/CreateProfileFrn.h"
+#include "security/CreateRoleFrn.h"
+#include "security/CreateUserFrn.h"
 #include "tables/CreateTableFrn.h"
 #include "types/CreateCollectFrn.h"
 #include "types/CreateTypeFrn.h"
@@ -23,6 +26,9 @@ void RegisterDialogs() {
   RegisterOpenRoutine("COLLECTION TYPE", &OpenModal<TCreateCollectFrm>);
   RegisterOpenRoutine("VIEW", &OpenChild<TCreateViewFrm>);
   RegisterOpenRoutine("TRIGGER", &OpenModal<TCreateTriggerFrm>);
+  RegisterOpenRoutine("USER", &OpenModal<TCreateUserFrm>);
+  RegisterOpenRoutine("ROLE", &OpenModal<TCreateRoleFrm>);
+  RegisterOpenRoutine("PROFILE", &OpenModal<TCreateProfileFrm>);
 }
 
 }  // namespace kel

@@ -37,7 +37,8 @@ const TCatalog& TCatalog::Builtin() {
 }
 
 void TCatalog::AddSqlText(const QString& text) {
-  // A key may hold blanks inside ("SchTypeNrn.Object Type"), never at its ends.
+  // A key runs to the end of its line and may hold blanks inside ("SchTypeNrn.Object Type"),
+  // never at its ends.
   static const QRegularExpression kName(QStringLiteral("^--\\s*name:\\s*(\\S(?:.*\\S)?)\\s*$"));
   QString key;
   QStringList body;

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -123,6 +124,25 @@ bool CarryScriptLog(QSqlDatabase& db, const QString& oldPath, QString* error) {
 }
 
 }  // namespace
+
+QString MaskPasswords(const QString& statement) {
+  static const QRegularExpression kPassword(
+      QStringLiteral(R"re((IDENTIFIED\s+BY\s+(?:VALUES\s+)?)("[^"]*"?|'(?:[^']|'')*'?|[^\s;]+))re"),
+      QRegularExpression::CaseInsensitiveOption);
+  QString out = statement;
+  qsizetype from = 0;
+  for (;;) {
+    const QRegularExpressionMatch m = kPassword.match(out, from);
+    if (!m.hasMatch()) break;
+    const QChar quote = m.captured(2).front();
+    const QString mask = quote == u'"' || quote == u'\''
+                             ? quote + QStringLiteral("********") + quote
+                             : QStringLiteral("********");
+    out.replace(m.capturedStart(2), m.capturedLength(2), mask);
+    from = m.capturedStart(2) + mask.size();
+  }
+  return out;
+}
 
 QString ScriptLogTableDdl() {
   return QStringLiteral(

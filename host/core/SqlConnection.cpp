@@ -423,7 +423,7 @@ int TSqlConnection::ExecuteScript(const QString& script, QString* failedStatemen
         "INSERT INTO NOD_SCRIPT_LOG (RUN_AT, CONNECTION, STATEMENT) VALUES (?, ?, ?)"));
     q.addBindValue(QDateTime::currentDateTime().toString(Qt::ISODateWithMs));
     q.addBindValue(FName);
-    q.addBindValue(statement);
+    q.addBindValue(MaskPasswords(statement));
     if (!q.exec()) {
       if (failedStatement) *failedStatement = statement;
       if (error)

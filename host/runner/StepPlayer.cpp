@@ -537,6 +537,7 @@ class TStep {
   void FocusRow() {
     QWidget* w = Target("focus");
     RequireUsable(w);
+    if (S.contains(QLatin1String("path"))) return FocusNode(w);
     const int row = RequiredInt(S, "row");
     Focus(w);
     if (TTreeListAccess tl(w); tl.IsValid()) {
@@ -548,6 +549,26 @@ class TStep {
     } else {
       Refuse(Quoted(w->objectName()) + QStringLiteral(" is not a list"));
     }
+  }
+
+  // A node below the top level of a tree, by its path of child indexes (its parents expanded).
+  void FocusNode(QWidget* w) {
+    auto* tree = qobject_cast<QTreeWidget*>(w);
+    if (!tree) Refuse(Quoted(w->objectName()) + QStringLiteral(" is not a tree"));
+    const QList<int> path = RequiredInts(S, "path");
+    if (path.isEmpty()) Refuse(QStringLiteral("the path is empty"));
+    Focus(tree);
+    QTreeWidgetItem* item = nullptr;
+    for (int depth = 0; depth < path.size(); ++depth) {
+      const int i = path[depth];
+      const int count = item ? item->childCount() : tree->topLevelItemCount();
+      if (i < 0 || i >= count || (item && !item->isExpanded()))
+        Refuse(QStringLiteral("%1: node %2 of the path is not shown")
+                   .arg(Quoted(tree->objectName()))
+                   .arg(depth));
+      item = item ? item->child(i) : tree->topLevelItem(i);
+    }
+    tree->setCurrentItem(item);
   }
 
   void SelectRows() {

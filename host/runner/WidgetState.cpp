@@ -127,7 +127,11 @@ QJsonObject WidgetState(QWidget* w) {
   if (w->isWindow()) {
     state.insert("caption", w->windowTitle());
   } else if (auto* edit = qobject_cast<QLineEdit*>(w)) {
-    state.insert("text", edit->text());
+    // A password edit shows what the user sees: a mask, never the text.
+    const bool masked = edit->echoMode() != QLineEdit::Normal;
+    state.insert("text", masked && !edit->text().isEmpty() ? QStringLiteral("********")
+                         : masked                          ? QString()
+                                                           : edit->text());
   } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
     QStringList items;
     for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);

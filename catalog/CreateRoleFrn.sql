@@ -1,0 +1,101 @@
+-- Catalog queries of the role dialog and of the grant editor that the user and role dialogs share.
+
+-- name: CreateRoleFrn.Alter01
+-- The authentication of a role: YES, NO, EXTERNAL or GLOBAL. Needs DBA rights (DBA_ROLES).
+SELECT PASSWORD_REQUIRED AS "PASSWORD_REQUIRED"
+  FROM DBA_ROLES
+ WHERE ROLE = :P_NAME
+
+-- name: CreateRoleFrn.Alter02
+-- The roles granted to a user or role. Needs DBA rights (DBA_ROLE_PRIVS).
+SELECT GRANTED_ROLE AS "GRANTED_ROLE", ADMIN_OPTION AS "ADMIN_OPTION"
+  FROM DBA_ROLE_PRIVS
+ WHERE GRANTEE = :P_NAME
+ ORDER BY GRANTED_ROLE
+
+-- name: CreateRoleFrn.Alter03
+-- The resource consumer groups granted to a user or role. Needs DBA rights
+-- (DBA_RSRC_CONSUMER_GROUP_PRIVS).
+SELECT GRANTED_GROUP AS "GRANTED_GROUP"
+  FROM DBA_RSRC_CONSUMER_GROUP_PRIVS
+ WHERE GRANTEE = :P_NAME
+ ORDER BY GRANTED_GROUP
+
+-- name: CreateRoleFrn.001
+-- Every role of the database. Needs DBA rights (DBA_ROLES).
+SELECT ROLE AS "ROLE"
+  FROM DBA_ROLES
+ ORDER BY ROLE
+
+-- name: CreateRoleFrn.002
+-- Every system privilege with its property code; Privilege is filled exactly for the privileges
+-- the grantee holds. Needs DBA rights (DBA_SYS_PRIVS).
+SELECT P.PRIVILEGE AS "Privilege", M.NAME AS "Name", M.PROPERTY AS "Property",
+       P.ADMIN_OPTION AS "ADMIN_OPTION"
+  FROM SYSTEM_PRIVILEGE_MAP M
+  LEFT OUTER JOIN DBA_SYS_PRIVS P
+    ON P.PRIVILEGE = M.NAME AND P.GRANTEE = :P_USER
+ ORDER BY M.NAME
+
+-- name: CreateRoleFrn.004
+-- Every resource consumer group. Needs DBA rights (DBA_RSRC_CONSUMER_GROUPS).
+SELECT CONSUMER_GROUP AS "Consumer_Group"
+  FROM DBA_RSRC_CONSUMER_GROUPS
+ ORDER BY CONSUMER_GROUP
+
+-- name: CreateRoleFrn.Type
+SELECT TYPE_NAME AS "TYPE_NAME"
+  FROM ALL_TYPES
+ WHERE OWNER = :P_OWNER
+ ORDER BY TYPE_NAME
+
+-- name: CreateRoleFrn.Sequence
+SELECT SEQUENCE_NAME AS "SEQUENCE_NAME"
+  FROM ALL_SEQUENCES
+ WHERE SEQUENCE_OWNER = :P_OWNER
+ ORDER BY SEQUENCE_NAME
+
+-- name: CreateRoleFrn.Snapshot
+SELECT NAME AS "NAME"
+  FROM ALL_SNAPSHOTS
+ WHERE OWNER = :P_OWNER
+ ORDER BY NAME
+
+-- name: CreateRoleFrn.Synonym
+SELECT SYNONYM_NAME AS "SYNONYM_NAME", TABLE_OWNER AS "TABLE_OWNER", TABLE_NAME AS "TABLE_NAME"
+  FROM ALL_SYNONYMS
+ WHERE OWNER = :P_OWNER
+ ORDER BY SYNONYM_NAME
+
+-- name: CreateRoleFrn.Table
+SELECT TABLE_NAME AS "TABLE_NAME"
+  FROM ALL_TABLES
+ WHERE OWNER = :P_OWNER
+ ORDER BY TABLE_NAME
+
+-- name: CreateRoleFrn.View
+SELECT VIEW_NAME AS "VIEW_NAME"
+  FROM ALL_VIEWS
+ WHERE OWNER = :P_OWNER
+ ORDER BY VIEW_NAME
+
+-- name: CreateRoleFrn.Proc
+SELECT OBJECT_NAME AS "OBJECT_NAME"
+  FROM ALL_OBJECTS
+ WHERE OWNER = :P_OWNER AND OBJECT_TYPE = :P_TYPE
+ ORDER BY OBJECT_NAME
+
+-- name: CreateRoleFrn.Column
+SELECT COLUMN_NAME AS "COLUMN_NAME"
+  FROM ALL_TAB_COLUMNS
+ WHERE OWNER = :P_OWNER AND TABLE_NAME = :P_TABLE
+ ORDER BY COLUMN_ID
+
+-- name: CreateRoleFrn.SynonymType
+-- The type of the object a synonym stands for (bodies left out: grants go to the specification).
+SELECT O.OBJECT_TYPE AS "OBJECT_TYPE"
+  FROM ALL_SYNONYMS S
+  JOIN ALL_OBJECTS O
+    ON O.OWNER = S.TABLE_OWNER AND O.OBJECT_NAME = S.TABLE_NAME
+ WHERE S.OWNER = :P_OWNER AND S.SYNONYM_NAME = :P_OBJNAME
+   AND O.OBJECT_TYPE NOT IN ('PACKAGE BODY', 'TYPE BODY')

@@ -1,0 +1,34 @@
+-- Catalog queries of the user dialog.
+
+-- name: CreateUserFrn.Alt.001
+-- The user to alter; PASSWORD is the authentication kind: PASSWORD, EXTERNAL or GLOBAL.
+-- Needs DBA rights (DBA_USERS).
+SELECT AUTHENTICATION_TYPE AS "PASSWORD", EXTERNAL_NAME AS "EXTERNAL_NAME",
+       PROFILE AS "PROFILE", DEFAULT_TABLESPACE AS "DEFAULT_TABLESPACE",
+       TEMPORARY_TABLESPACE AS "TEMPORARY_TABLESPACE", ACCOUNT_STATUS AS "ACCOUNT_STATUS"
+  FROM DBA_USERS
+ WHERE USERNAME = :P_USERNAME
+
+-- name: CreateUserFrn.AlterQuota
+-- The tablespace quotas of a user: QUOTA is the word UNLIMITED for an unlimited quota, else a
+-- whole number in UNITS (MB when the quota is a whole number of megabytes, else KB).
+-- Needs DBA rights (DBA_TS_QUOTAS).
+SELECT TABLESPACE_NAME AS "TABLESPACE_NAME",
+       CASE WHEN MAX_BYTES = -1 THEN 'UNLIMITED'
+            WHEN MAX_BYTES >= 1048576
+             AND MAX_BYTES = CAST(MAX_BYTES / 1048576 AS INTEGER) * 1048576
+            THEN TO_CHAR(CAST(MAX_BYTES / 1048576 AS INTEGER))
+            ELSE TO_CHAR(CAST(MAX_BYTES / 1024 AS INTEGER)) END AS "QUOTA",
+       CASE WHEN MAX_BYTES = -1 THEN NULL
+            WHEN MAX_BYTES >= 1048576
+             AND MAX_BYTES = CAST(MAX_BYTES / 1048576 AS INTEGER) * 1048576
+            THEN 'MB' ELSE 'KB' END AS "UNITS"
+  FROM DBA_TS_QUOTAS
+ WHERE USERNAME = :P_NAME
+ ORDER BY TABLESPACE_NAME
+
+-- name: CreateUserFrn.002
+-- The profiles of the database. Needs DBA rights (DBA_PROFILES).
+SELECT DISTINCT PROFILE AS "Profile"
+  FROM DBA_PROFILES
+ ORDER BY PROFILE
