@@ -6,12 +6,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
 #include <QVariant>
+#include <filesystem>
 
 #include "host/core/ScriptSplitter.h"
 
@@ -213,8 +215,10 @@ bool CreateDemoDatabase(const QString& path, QString* error) {
     }
   }
   if (ok) {
-    QFile::remove(path);
-    if (!QFile::rename(temp, path)) {
+    // Replaced in one step, so a program reading the old file never sees no file at all.
+    std::error_code failed;
+    std::filesystem::rename(temp.toStdString(), path.toStdString(), failed);
+    if (failed) {
       message = QStringLiteral("Cannot move the demo database to \"%1\".").arg(path);
       ok = false;
     }
@@ -227,6 +231,17 @@ bool CreateDemoDatabase(const QString& path, QString* error) {
 }
 
 bool EnsureDemoDatabase(const QString& path, QString* error) {
+  // Hosts started side by side (a test run, two workbenches) check and build the demo one at a
+  // time: the first builds it, the others find it current.
+  QDir().mkpath(QFileInfo(path).absolutePath());
+  QLockFile lock(path + QStringLiteral(".lock"));
+  lock.setStaleLockTime(10 * 60 * 1000);
+  if (!lock.tryLock(10 * 60 * 1000)) {
+    if (error)
+      *error = QStringLiteral("The demo database "") + path +
+               QStringLiteral("" is being built by another program that does not finish.");
+    return false;
+  }
   const QFileInfo file(path);
   if (file.exists()) {
     const QString stored = StoredDemoHash(path);

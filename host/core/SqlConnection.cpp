@@ -116,6 +116,8 @@ std::unique_ptr<TConnection> OpenSqlite(const QString& path, bool demo, QString*
   {
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
     db.setDatabaseName(path);
+    // Several hosts may write the script journal at once: wait for the other writer.
+    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
     if (!db.open()) {
       *error = QStringLiteral("Cannot open the SQLite database \"%1\": %2")
                    .arg(path, db.lastError().text());
