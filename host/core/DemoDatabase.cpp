@@ -238,8 +238,8 @@ bool EnsureDemoDatabase(const QString& path, QString* error) {
   lock.setStaleLockTime(10 * 60 * 1000);
   if (!lock.tryLock(10 * 60 * 1000)) {
     if (error)
-      *error = QStringLiteral("The demo database "") + path +
-               QStringLiteral("" is being built by another program that does not finish.");
+      *error = QStringLiteral("The demo database \"") + path +
+               QStringLiteral("\" is being built by another program that does not finish.");
     return false;
   }
   const QFileInfo file(path);
