@@ -22,7 +22,7 @@ TEST(Catalog, ParsesNamedQueriesOfAnSqlText) {
       "-- name: Unit.Empty\n");
   EXPECT_EQ(c.SqlKeys(), QStringList({"Unit.Empty", "Unit.One", "Unit.Two"}));
   EXPECT_EQ(c.GetSQL("Unit.One"), "SELECT 1\n  FROM DUAL");
-  EXPECT_EQ(c.GetSQL("Unit.Two"), "-- what it returns\nSELECT ':x' FROM DUAL");
+  EXPECT_EQ(c.GetSQL("Unit.Two"), "SELECT ':x' FROM DUAL");
   EXPECT_EQ(c.GetSQL("Unit.Empty"), "");
   c.AddSqlText("-- name: Unit.One\nSELECT 2 FROM DUAL");  // later files replace
   EXPECT_EQ(c.GetSQL("Unit.One"), "SELECT 2 FROM DUAL");
