@@ -13,6 +13,7 @@
 
 #include "DictionaryGuard.h"
 #include "host/core/Catalog.h"
+#include "host/core/RecordingHost.h"
 #include "host/core/SqlConnection.h"
 #include "host/core/SqlText.h"
 #include "plugin/KelQuery.h"
@@ -276,11 +277,16 @@ TEST_F(DemoDictionary, HostListsFallBackForAPlainUser) {
   QSqlDatabase db = dynamic_cast<host::TSqlConnection*>(FUser)->Database();
   QSqlQuery q(db);
   ASSERT_TRUE(q.exec("UPDATE NOD_CONNECTION SET VALUE = 'NOBODY' WHERE NAME = 'SESSION_USER'"));
-  const int size = FUser->BlockSize();
+  host::TRecordingHost recorder(FUser, {});
+  const int size = recorder.esGetBlockLen(nullptr, "USERS");
   ASSERT_TRUE(q.exec("UPDATE NOD_CONNECTION SET VALUE = 'APP' WHERE NAME = 'SESSION_USER'"));
   EXPECT_EQ(size, 0);
   ASSERT_EQ(FUser->ReadProblems().size(), 1);
   EXPECT_TRUE(FUser->ReadProblems()[0].startsWith("The database block size cannot be read"));
+  // The host says so on its status line.
+  ASSERT_EQ(recorder.Events().size(), 1);
+  EXPECT_EQ(recorder.Events()[0].toObject().value("event").toString(), "status");
+  EXPECT_EQ(recorder.Events()[0].toObject().value("text").toString(), FUser->ReadProblems()[0]);
 }
 
 // The rows the table dialog needs for each dictionary case.
