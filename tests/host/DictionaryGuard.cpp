@@ -101,6 +101,41 @@ bool EndsValue(const TSqlToken& t) {
 
 }  // namespace
 
+QStringList ObjectsRead(const QString& sql) {
+  QList<TSqlToken> tokens;
+  for (const TSqlToken& t : host::TokenizeSql(sql))
+    if (!t.Is(TKind::Comment)) tokens << t;
+  QStringList names;
+  int depth = 0;
+  QList<int> depthOf;
+  for (const TSqlToken& t : tokens) {
+    if (t.IsSymbol(")")) --depth;
+    depthOf << depth;
+    if (t.IsSymbol("(")) ++depth;
+  }
+  // Whether the comma at `at` separates the items of a FROM list.
+  auto inFromList = [&](qsizetype at) {
+    for (qsizetype j = at - 1; j >= 0; --j) {
+      if (depthOf[j] != depthOf[at]) continue;
+      if (tokens[j].IsKeyword("FROM")) return true;
+      for (const char* k : {"SELECT", "WHERE", "BY", "ON", "HAVING", "SET", "VALUES"})
+        if (tokens[j].IsKeyword(k)) return false;
+    }
+    return false;
+  };
+  for (qsizetype i = 1; i < tokens.size(); ++i) {
+    if (!IsName(tokens[i])) continue;
+    const TSqlToken& prev = tokens[i - 1];
+    bool read = prev.IsKeyword("FROM") || prev.IsKeyword("JOIN") ||
+                (prev.IsSymbol(",") && inFromList(i - 1));
+    if (prev.IsSymbol(".") && i > 1 && tokens[i - 2].IsName("SYS")) read = true;
+    if (i + 1 < tokens.size() && tokens[i + 1].IsSymbol(".")) read = false;  // an owner
+    const QString name = NameOf(tokens[i]);
+    if (read && !names.contains(name)) names << name;
+  }
+  return names;
+}
+
 QStringList LongColumnMisuse(const QString& sql, const TDictionary& dictionary) {
   QList<TSqlToken> tokens;
   for (const TSqlToken& t : host::TokenizeSql(sql))

@@ -20,6 +20,10 @@ TDictionary ReadDictionary(const QString& path, QString* error);
 // The list kept with the tests.
 const TDictionary& Oracle19cDictionary();
 
+// The names a query reads from: after FROM or JOIN, after a comma in a FROM list, or after
+// "SYS."; upper-cased, in order, each once.
+QStringList ObjectsRead(const QString& sql);
+
 // Every use of a LONG column in `sql` that is not a plain item of the top-level select list
 // (Oracle refuses LONG in WHERE, ORDER BY, GROUP BY, expressions, DISTINCT and UNION), one
 // message each naming the column and where it is used.
