@@ -213,46 +213,21 @@ QStringList PrivilegedViews(const QString& sql) {
   return names;
 }
 
-// The SQL with every ":NAME" bind outside literals and comments replaced by "?", and the names
-// in the order they appear (a name used twice is bound twice).
 QString PositionalBinds(const QString& sql, QStringList* names) {
   QString out;
   out.reserve(sql.size());
-  const qsizetype n = sql.size();
-  for (qsizetype i = 0; i < n; ++i) {
-    const QChar c = sql[i];
-    if (c == u'\'' || c == u'"') {
-      qsizetype j = i + 1;
-      while (j < n && sql[j] != c) ++j;
-      out += sql.mid(i, j - i + 1);
-      i = j;
+  qsizetype copied = 0;
+  for (const TSqlToken& t : TokenizeSql(sql)) {
+    // "::x" is no bind (a PL/SQL-style cast some tools write); neither is ":1" here.
+    if (!t.Is(TKind::Bind) || !IsWordStart(t.Text.isEmpty() ? QChar() : t.Text[0]) ||
+        (t.Start > 0 && sql[t.Start - 1] == u':'))
       continue;
-    }
-    if (c == u'-' && i + 1 < n && sql[i + 1] == u'-') {
-      qsizetype j = i;
-      while (j < n && sql[j] != u'\n') ++j;
-      out += sql.mid(i, j - i);
-      i = j - 1;
-      continue;
-    }
-    if (c == u'/' && i + 1 < n && sql[i + 1] == u'*') {
-      qsizetype j = sql.indexOf(QStringLiteral("*/"), i + 2);
-      j = j < 0 ? n : j + 2;
-      out += sql.mid(i, j - i);
-      i = j - 1;
-      continue;
-    }
-    if (c == u':' && i + 1 < n && (sql[i + 1].isLetter() || sql[i + 1] == u'_') &&
-        !(i > 0 && sql[i - 1] == u':')) {
-      qsizetype j = i + 1;
-      while (j < n && (sql[j].isLetterOrNumber() || sql[j] == u'_' || sql[j] == u'$')) ++j;
-      *names << sql.mid(i + 1, j - i - 1);
-      out += u'?';
-      i = j - 1;
-      continue;
-    }
-    out += c;
+    out += QStringView(sql).mid(copied, t.Start - copied);
+    out += u'?';
+    *names << t.Text;
+    copied = t.Start + t.Length;
   }
+  out += QStringView(sql).mid(copied);
   return out;
 }
 

@@ -197,6 +197,15 @@ TEST(QociBinds, ACommentWithAnApostropheWouldHideTheBind) {
   EXPECT_TRUE(text.endsWith("= :0")) << text.toStdString();
 }
 
+TEST(SqlBinds, NamedBindsOutsideLiteralsCommentsAndQuotedNamesOnly) {
+  QStringList names;
+  EXPECT_EQ(
+      host::PositionalBinds(
+          "SELECT q'[it's :X]', :A, ':B', \"C:D\" FROM T -- :E\n WHERE :p_a = 1 /* :F */", &names),
+      "SELECT q'[it's :X]', ?, ':B', \"C:D\" FROM T -- :E\n WHERE ? = 1 /* :F */");
+  EXPECT_EQ(names, QStringList({"A", "p_a"}));
+}
+
 TEST(SqlComments, StrippedOutsideLiteralsAndQuotedNames) {
   EXPECT_EQ(host::StripSqlComments("SELECT 1 -- it's one\nFROM DUAL"), "SELECT 1\nFROM DUAL");
   EXPECT_EQ(host::StripSqlComments("-- head\n  -- more\nSELECT 1\n/* a\n b's */\nFROM DUAL"),
