@@ -1,7 +1,7 @@
 -- Table dialog, Constraints page: the constraints of an existing table and their columns.
--- The dictionary's constraint types C, U, P and R are the table's own; V (view check option)
+-- The constraint types C, U, P and R of the dictionary belong to the table; V (view check option)
 -- and O (read only view) never belong to a table. A NOT NULL column constraint is a type C
--- whose condition reads '"COLUMN" IS NOT NULL'; the dialog leaves those out itself.
+-- whose condition reads "COLUMN" IS NOT NULL; the dialog leaves those out itself.
 -- name: CreateTableFrn.Constraint_01
 SELECT C."GENERATED" AS "Generated",
        CASE C.CONSTRAINT_TYPE WHEN 'C' THEN 'Check'
@@ -27,7 +27,7 @@ SELECT C."GENERATED" AS "Generated",
 
 -- name: CreateTableFrn.Constraint_02
 -- The table of a referenced (primary or unique) constraint. Constraint names are unique per
--- owner only: OWNER comes along so that the dialog can pick the referenced owner's row.
+-- owner only: OWNER comes along so that the dialog can pick the row of the referenced owner.
 SELECT C.TABLE_NAME AS "TABLE_NAME",
        C.OWNER AS "OWNER"
   FROM ALL_CONSTRAINTS C

@@ -13,7 +13,8 @@ SELECT T.TYPE_NAME AS "type_name"
    AND T.TYPECODE = 'OBJECT'
  ORDER BY T.TYPE_NAME
 
--- Table dialog: the attributes of an object type, in declaration order.
+-- Table dialog: the attributes of an object type, in declaration order. CHAR_USED is C for an
+-- attribute declared with character length semantics (LENGTH in characters), B for bytes.
 -- name: CreateTableFrn.TypeAttributeList
 SELECT A.ATTR_NAME AS "ATTR_NAME",
        A.ATTR_TYPE_MOD AS "ATTR_TYPE_MOD",
@@ -21,7 +22,8 @@ SELECT A.ATTR_NAME AS "ATTR_NAME",
        A."PRECISION" AS "PRECISION",
        A.SCALE AS "SCALE",
        A.ATTR_TYPE_NAME AS "ATTR_TYPE_NAME",
-       A.ATTR_TYPE_OWNER AS "ATTR_TYPE_OWNER"
+       A.ATTR_TYPE_OWNER AS "ATTR_TYPE_OWNER",
+       A.CHAR_USED AS "CHAR_USED"
   FROM ALL_TYPE_ATTRS A
  WHERE A.OWNER = :P_OWNER
    AND A.TYPE_NAME = :P_TYPENAME

@@ -1,4 +1,4 @@
--- The host's own catalog queries: connection facts and the lists the host offers the dialogs.
+-- The catalog queries of the host itself: connection facts and the lists the host offers the dialogs.
 -- Oracle SQL that the demo database runs as well.
 
 -- name: Host.ConnectedUser
@@ -17,15 +17,32 @@ SELECT COUNT(*) AS "Granted" FROM SESSION_PRIVS
  WHERE PRIVILEGE = 'CREATE PUBLIC DATABASE LINK'
 
 -- name: Host.Tablespaces
+-- Needs DBA rights (DBA_TABLESPACES); Host.UserTablespaces is the fallback.
 SELECT TABLESPACE_NAME FROM DBA_TABLESPACES ORDER BY TABLESPACE_NAME
 
+-- name: Host.UserTablespaces
+-- The tablespaces the connected user may use, for a user without DBA rights.
+SELECT TABLESPACE_NAME FROM USER_TABLESPACES ORDER BY TABLESPACE_NAME
+
 -- name: Host.Tables
+-- Relational and object tables; the storage tables of nested-table columns, the overflow
+-- segments of index-organized tables and dropped tables are no tables of their own.
 SELECT TABLE_NAME FROM ALL_ALL_TABLES
- WHERE OWNER = :P_OWNER AND NESTED = 'NO'
+ WHERE OWNER = :P_OWNER AND NESTED = 'NO' AND SECONDARY = 'N'
+   AND (IOT_TYPE IS NULL OR IOT_TYPE = 'IOT')
+   AND DROPPED = 'NO'
  ORDER BY TABLE_NAME
 
 -- name: Host.BlockSize
+-- Needs DBA rights (V$PARAMETER); Host.UserBlockSize is the fallback.
 SELECT VALUE FROM V$PARAMETER WHERE NAME = 'db_block_size'
+
+-- name: Host.UserBlockSize
+-- The block size of the default tablespace of the connected user, which is the block size of the database
+-- unless that tablespace was created with another one; for a user without DBA rights.
+SELECT T.BLOCK_SIZE AS "BLOCK_SIZE"
+  FROM USER_TABLESPACES T, USER_USERS U
+ WHERE T.TABLESPACE_NAME = U.DEFAULT_TABLESPACE
 
 -- name: Host.DataTypes
 -- The data types offered for columns, attributes and parameters.
@@ -49,13 +66,14 @@ SELECT 'VARCHAR2' FROM DUAL UNION ALL
 SELECT 'XMLTYPE' FROM DUAL
 
 -- name: Acm.Tablespace
+-- Needs DBA rights (DBA_TABLESPACES).
 -- Tablespaces with their contents (PERMANENT, TEMPORARY, UNDO), for the user dialog.
 SELECT TABLESPACE_NAME AS "Tablespace", CONTENTS AS "Contents"
   FROM DBA_TABLESPACES
  ORDER BY TABLESPACE_NAME
 
 -- name: Host.Facts
--- Facts of the demo database's session (SQLite only).
+-- Facts of the demo session (SQLite only).
 SELECT NAME, VALUE FROM NOD_CONNECTION
 
 -- name: Host.Services

@@ -1,4 +1,6 @@
 -- Table dialog: one table as the alter mode loads it.
+-- A partitioned, temporary or index-organized table has no segment of its own: its storage
+-- attributes and tablespace are NULL (read as empty), and the dialog leaves them alone.
 -- Relational tables are in ALL_TABLES, object tables in ALL_OBJECT_TABLES; "Table Type" is
 -- empty for the former. DEGREE is blank-padded in the dictionary and CACHE is a padded Y / N:
 -- both are trimmed, and the cache reads as the keyword ("CACHE" / "NOCACHE").
@@ -51,13 +53,15 @@ SELECT O.TABLE_TYPE AS "Table Type",
 
 -- Table dialog: the columns of a table in column order, with their comments.
 -- "Length" is the length as declared: in characters for character-semantics columns (and the
--- national character types), else in bytes. DATA_DEFAULT is a LONG and is read as it is.
+-- national character types), else in bytes; "Char Used" says which (C or B, NULL for other
+-- types), so that VARCHAR2(10 CHAR) reloads as such. DATA_DEFAULT is a LONG and is read as it is.
 -- name: SchTableNrn.Column
 SELECT C.COLUMN_NAME AS "Column",
        C.DATA_TYPE AS "Data Type",
        CASE WHEN C.CHAR_USED = 'C' THEN C.CHAR_LENGTH ELSE C.DATA_LENGTH END AS "Length",
        C.DATA_PRECISION AS "Precision",
        C.DATA_SCALE AS "Scale",
+       C.CHAR_USED AS "Char Used",
        C.NULLABLE AS "Null?",
        C.DATA_DEFAULT AS "Default",
        M.COMMENTS AS "Comments",

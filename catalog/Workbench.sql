@@ -1,6 +1,6 @@
--- The workbench's object browser. Every browser query returns the object's
--- name as "NAME" (and a display text as "LABEL" where the name alone says little), plus the
--- columns the object's dialogs are given.
+-- The object browser of the workbench. Every browser query returns the name of the object as
+-- "NAME" (and a display text as "LABEL" where the name alone says little), plus the
+-- columns the dialogs of the object are given.
 
 -- name: Workbench.Schemas
 SELECT USERNAME AS "NAME"
@@ -8,9 +8,15 @@ SELECT USERNAME AS "NAME"
  ORDER BY USERNAME
 
 -- name: Workbench.Tables
+-- What the table dialog opens: relational and object tables, not the storage tables of
+-- nested-table columns, overflow segments, secondary objects or dropped tables.
 SELECT TABLE_NAME AS "NAME"
-  FROM ALL_TABLES
+  FROM ALL_ALL_TABLES
  WHERE OWNER = :P_OWNER
+   AND NESTED = 'NO'
+   AND SECONDARY = 'N'
+   AND (IOT_TYPE IS NULL OR IOT_TYPE = 'IOT')
+   AND DROPPED = 'NO'
  ORDER BY TABLE_NAME
 
 -- name: Workbench.Views
@@ -71,31 +77,37 @@ SELECT TYPE_NAME AS "NAME"
  ORDER BY TYPE_NAME
 
 -- name: Workbench.Users
+-- Needs DBA rights (DBA_USERS).
 SELECT USERNAME AS "NAME"
   FROM DBA_USERS
  ORDER BY USERNAME
 
 -- name: Workbench.Roles
+-- Needs DBA rights (DBA_ROLES).
 SELECT ROLE AS "NAME"
   FROM DBA_ROLES
  ORDER BY ROLE
 
 -- name: Workbench.Profiles
+-- Needs DBA rights (DBA_PROFILES).
 SELECT DISTINCT PROFILE AS "NAME"
   FROM DBA_PROFILES
  ORDER BY PROFILE
 
 -- name: Workbench.Tablespaces
+-- Needs DBA rights (DBA_TABLESPACES).
 SELECT TABLESPACE_NAME AS "NAME", TABLESPACE_NAME AS "TABLESPACE_NAME"
   FROM DBA_TABLESPACES
  ORDER BY TABLESPACE_NAME
 
 -- name: Workbench.DataFiles
+-- Needs DBA rights (DBA_DATA_FILES).
 SELECT FILE_NAME AS "NAME", TABLESPACE_NAME AS "TABLESPACE_NAME"
   FROM DBA_DATA_FILES
  ORDER BY TABLESPACE_NAME, FILE_NAME
 
 -- name: Workbench.RedoLogGroups
+-- Needs DBA rights (V$LOG, V$LOGFILE).
 SELECT L."GROUP#" AS "NAME", L.BYTES AS "BYTES",
        'Group ' || L."GROUP#" AS "LABEL",
        (SELECT MIN(F.MEMBER) FROM V$LOGFILE F WHERE F."GROUP#" = L."GROUP#") AS "MEMBER"
@@ -103,11 +115,13 @@ SELECT L."GROUP#" AS "NAME", L.BYTES AS "BYTES",
  ORDER BY L."GROUP#"
 
 -- name: Workbench.RollbackSegments
+-- Needs DBA rights (DBA_ROLLBACK_SEGS).
 SELECT SEGMENT_NAME AS "NAME"
   FROM DBA_ROLLBACK_SEGS
  ORDER BY SEGMENT_NAME
 
 -- name: Workbench.Jobs
+-- Needs DBA rights (DBA_JOBS).
 SELECT JOB AS "NAME", SCHEMA_USER AS "SCHEMA_USER",
        JOB || ' ' || SCHEMA_USER || ': ' || SUBSTR(WHAT, 1, 60) AS "LABEL"
   FROM DBA_JOBS

@@ -263,6 +263,10 @@ void TCreateTableFrm::LoadColumns() {
     cells[ccName] = Field(q, QStringLiteral("Column"));
     cells[ccType] = type;
     if (HasSize(type)) cells[ccSize] = Trim(Field(q, QStringLiteral("Length")));
+    // CHAR and VARCHAR2 sized in characters ("Length" is then the number of characters).
+    if ((type == u"CHAR" || type == u"VARCHAR2") &&
+        Trim(Field(q, QStringLiteral("Char Used"))) == u"C")
+      FCharSemantics.insert(Trim(Field(q, QStringLiteral("column_id"))));
     if (HasPrecision(type)) {
       cells[ccPrec] = Trim(Field(q, QStringLiteral("Precision")));
       cells[ccScale] = Trim(Field(q, QStringLiteral("Scale")));
@@ -459,8 +463,11 @@ void TCreateTableFrm::FillTypeAttributes() {
     QString type = Field(q, QStringLiteral("ATTR_TYPE_NAME"));
     if (!owner.isEmpty()) type = owner + u'.' + type;
     if (!modifier.isEmpty()) type = modifier + u' ' + type;
+    // An attribute sized in characters shows it: "VARCHAR2(40 CHAR)" (NCHAR types always are).
+    const bool inChars = Trim(Field(q, QStringLiteral("CHAR_USED"))) == u"C" &&
+                         (type == u"CHAR" || type == u"VARCHAR2");
     if (length.toInt() > 0)
-      type += u'(' + length + u')';
+      type += u'(' + length + (inChars ? QStringLiteral(" CHAR") : QString()) + u')';
     else if (!precision.isEmpty() && !scale.isEmpty())
       type += u'(' + precision + u',' + scale + u')';
     const int r = list->AddRow();
@@ -590,6 +597,17 @@ QString TCreateTableFrm::TypeSpec(const QStringList& cells) {
   return type;
 }
 
+// The type of a loaded column as MODIFY writes it: a column sized in characters keeps its
+// length semantics while it stays CHAR or VARCHAR2 ("VARCHAR2(20 CHAR)").
+QString TCreateTableFrm::LoadedTypeSpec(const QStringList& cells) const {
+  QString spec = TypeSpec(cells);
+  const QString& type = cells[ccType];
+  if (FCharSemantics.contains(cells[ccID]) && (type == u"CHAR" || type == u"VARCHAR2") &&
+      !cells[ccSize].isEmpty() && spec.endsWith(u')'))
+    spec.insert(spec.size() - 1, QStringLiteral(" CHAR"));
+  return spec;
+}
+
 // One column of a column list: CR, two blanks, name, type, default, NOT NULL and a comma.
 QString TCreateTableFrm::ColumnDefinition(const QStringList& cells) {
   QString text = QChar(CR) + kIndent + Trim(cells[ccName]) + u' ' + TypeSpec(cells);
@@ -662,7 +680,7 @@ QString TCreateTableFrm::ColumnChanges() const {
     if (!typeChanged && !defaultChanged && !nullChanged) continue;
 
     modifyList += QChar(CR) + kIndent + newName + u' ';
-    if (typeChanged) modifyList += TypeSpec(now);
+    if (typeChanged) modifyList += LoadedTypeSpec(now);
     // The new default is read from the row at the loaded column's position.
     if (defaultChanged) modifyList += QStringLiteral(" DEFAULT ") + Trim(list->Cell(b, ccDefault));
     if (nullChanged) modifyList += notNull ? QStringLiteral(" NOT NULL") : QStringLiteral(" NULL");

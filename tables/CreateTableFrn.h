@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -101,6 +102,7 @@ class TCreateTableFrm : public TKelDllChildFrm {
 
   // Statement fragments.
   static QString TypeSpec(const QStringList& cells);
+  QString LoadedTypeSpec(const QStringList& cells) const;
   static QString ColumnDefinition(const QStringList& cells);
   QString ColumnBlock() const;
   QString ColumnChanges() const;
@@ -123,6 +125,7 @@ class TCreateTableFrm : public TKelDllChildFrm {
   QString FSchema;
   QString FTableName;
   QString FLoadedComment;
+  QSet<QString> FCharSemantics;  // column ids of loaded columns sized in characters
 };
 
 }  // namespace kel

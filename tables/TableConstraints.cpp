@@ -39,6 +39,9 @@ struct TConstraint {
   QStringList Cells;
   QStringList Columns;
   QStringList RefColumns;
+  // A loaded foreign key whose rule is ON DELETE SET NULL (the grid shows cascade only): kept
+  // when the key is written anew.
+  bool DeleteSetNull = false;
 
   QString Cell(int c) const { return Cells.value(c); }
   QString Type() const { return Trim(Cell(P::ccType)); }
@@ -110,7 +113,10 @@ QString CreateClause(const TConstraint& c) {
   if (c.Type() == kForeign) {
     text +=
         QStringLiteral(" REFERENCES ") + ReferencedTable(c) + u'(' + c.RefColumns.join(u',') + u')';
-    if (c.Flag(P::ccDeleteCascade)) text += QStringLiteral(" ON DELETE CASCADE");
+    if (c.Flag(P::ccDeleteCascade))
+      text += QStringLiteral(" ON DELETE CASCADE");
+    else if (c.DeleteSetNull)
+      text += QStringLiteral(" ON DELETE SET NULL");
   }
   return text + StateClause(c) + u',';
 }
@@ -189,6 +195,7 @@ struct TTableConstraintPage::TPrivate {
   QList<TConsDef> BakConsDefTbl;
   TKelTreeList* BakConstTreeList = nullptr;  // the constraints as loaded; never shown
   QHash<int, QString> TypeOf;                // the last accepted type of every constraint number
+  QSet<int> DeleteSetNull;                   // loaded foreign keys with ON DELETE SET NULL
 
   // Catalog lists, read once per dialog.
   QHash<QString, QStringList> TablesOfSchema;
@@ -269,6 +276,7 @@ TConstraint TTableConstraintPage::TPrivate::Current(
   TConstraint c;
   c.Cells = ConstTreeList->RowCells(row);
   FillColumns(c, groups.value(Idx(row)));
+  c.DeleteSetNull = DeleteSetNull.contains(Idx(row));
   return c;
 }
 
@@ -613,6 +621,7 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
   d->BakConsDefTbl.clear();
   d->BakConstTreeList->ClearRows();
   d->TypeOf.clear();
+  d->DeleteSetNull.clear();
 
   static const QHash<QString, QString> kTypes = {
       {QStringLiteral("Check"), kCheck},
@@ -638,7 +647,11 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
     const QString type = kTypes.value(Trim(Field(list, "Type")));
     if (type.isEmpty()) continue;  // a view or object constraint: not the table's own
     const QString condition = Field(list, "Search Condition");
-    if (type == kCheck && IsNotNullCheck(condition, columnSet)) continue;
+    // An enabled, validated NOT NULL check is the column's Not Null flag; a disabled or
+    // unvalidated one is no flag (NULLABLE stays Y) and is listed as the check it is.
+    const bool enforced =
+        Trim(Field(list, "Status")) == u"ENABLED" && Trim(Field(list, "Validated")) == u"VALIDATED";
+    if (type == kCheck && enforced && IsNotNullCheck(condition, columnSet)) continue;
 
     // A name the database generated (SYS_C...) is listed as it is: it is the only handle the
     // ALTER statements have on the constraint.
@@ -666,7 +679,10 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
       tl->SetCell(row, ccRefTable, tableOfConstraint.value(key));
     }
     tl->SetCell(row, ccDisable, flag(Trim(Field(list, "Status")) != u"ENABLED"));
-    tl->SetCell(row, ccDeleteCascade, flag(Trim(Field(list, "Delete Rule")) == u"CASCADE"));
+    // DELETE_RULE is CASCADE, SET NULL or NO ACTION.
+    const QString deleteRule = Trim(Field(list, "Delete Rule"));
+    tl->SetCell(row, ccDeleteCascade, flag(deleteRule == u"CASCADE"));
+    if (type == kForeign && deleteRule == u"SET NULL") d->DeleteSetNull.insert(d->Idx(row));
     tl->SetCell(row, ccDeferrable, flag(Trim(Field(list, "Deferrable")) != u"NOT DEFERRABLE"));
     tl->SetCell(row, ccDeferred, flag(Trim(Field(list, "Deferred")) != u"IMMEDIATE"));
     tl->SetCell(row, ccNovalidate, flag(Trim(Field(list, "Validated")) != u"VALIDATED"));
@@ -723,7 +739,10 @@ void AddConstraintStatement(TSqlMemo& memo, const QString& header, const TConstr
   if (c.Type() == kForeign) {
     body += QString(CR) + QStringLiteral("   REFERENCES ") + ReferencedTable(c) +
             QStringLiteral("  (") + c.RefColumns.join(u',') + u')';
-    if (c.Flag(P::ccDeleteCascade)) body += QString(CR) + QStringLiteral("   ON DELETE CASCADE");
+    if (c.Flag(P::ccDeleteCascade))
+      body += QString(CR) + QStringLiteral("   ON DELETE CASCADE");
+    else if (c.DeleteSetNull)
+      body += QString(CR) + QStringLiteral("   ON DELETE SET NULL");
   }
   memo.Add(body + StateClause(c) + u';' + CR);
 }

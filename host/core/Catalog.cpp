@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
+#include "host/core/SqlText.h"
 #include "plugin/KelHost.h"
 
 static void InitCatalogResource() {
@@ -44,7 +45,9 @@ void TCatalog::AddSqlText(const QString& text) {
   QStringList body;
   auto flush = [&] {
     if (!key.isEmpty()) {
-      QString sql = body.join(u'\n').trimmed();
+      // Comments stay in the files: a driver that rewrites placeholders (Qt's Oracle driver
+      // turns "?" into ":0", ":1", ...) reads an apostrophe in a comment as a literal's start.
+      QString sql = StripSqlComments(body.join(u'\n')).trimmed();
       while (sql.endsWith(u';')) sql.chop(1);
       FSql.insert(key, sql.trimmed());
     }

@@ -27,7 +27,7 @@ namespace {
 
 // Raised when the layout of what the host adds to a demo database changes, so that databases
 // built before are rebuilt.
-constexpr char kBuildFormat[] = "nod-demo-1";
+constexpr char kBuildFormat[] = "nod-demo-2";
 
 // A uniquely named QSqlDatabase connection that is removed when it goes out of scope.
 class TScopedSqlite {

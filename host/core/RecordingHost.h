@@ -59,11 +59,17 @@ class TRecordingHost : public kel::THost {
   void esDataTypeList(QStringList& list) override { list = FConnection->DataTypes(); }
   void esOraTblspaceList(kel::TEsDBInfo*, QStringList& list) override {
     list = FConnection->Tablespaces();
+    ReportReadProblems();
   }
   void esOraTableList(kel::TEsDBInfo*, const QString& schema, QStringList& list) override {
     list = FConnection->Tables(schema);
+    ReportReadProblems();
   }
-  int esGetBlockLen(kel::TEsDBInfo*, const QString&) override { return FConnection->BlockSize(); }
+  int esGetBlockLen(kel::TEsDBInfo*, const QString&) override {
+    const int size = FConnection->BlockSize();
+    ReportReadProblems();
+    return size;
+  }
   void esResetOraUserList(kel::TEsDBInfo*) override { FConnection->ResetUserList(); }
   QString SettingsDir() override { return FSettingsDir; }
   bool SaveFileDialog(QWidget* parent, QString& fileName) override;
@@ -73,6 +79,13 @@ class TRecordingHost : public kel::THost {
 
  private:
   class TRecordingDBInfo;
+  // What the connection could not read for a list since the last report, as status events.
+  void ReportReadProblems() {
+    const QStringList problems = FConnection->ReadProblems();
+    for (qsizetype i = FReportedProblems; i < problems.size(); ++i) esStatus(problems[i]);
+    FReportedProblems = problems.size();
+  }
+  qsizetype FReportedProblems = 0;
   int Answer(const QString& keyOrText) const;
 
   TConnection* FConnection;

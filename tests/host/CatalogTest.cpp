@@ -6,6 +6,7 @@
 #include <QSet>
 
 #include "host/core/Catalog.h"
+#include "host/core/SqlText.h"
 #include "plugin/KelHost.h"
 
 using host::TCatalog;
@@ -22,10 +23,27 @@ TEST(Catalog, ParsesNamedQueriesOfAnSqlText) {
       "-- name: Unit.Empty\n");
   EXPECT_EQ(c.SqlKeys(), QStringList({"Unit.Empty", "Unit.One", "Unit.Two"}));
   EXPECT_EQ(c.GetSQL("Unit.One"), "SELECT 1\n  FROM DUAL");
-  EXPECT_EQ(c.GetSQL("Unit.Two"), "-- what it returns\nSELECT ':x' FROM DUAL");
+  EXPECT_EQ(c.GetSQL("Unit.Two"), "SELECT ':x' FROM DUAL");
   EXPECT_EQ(c.GetSQL("Unit.Empty"), "");
   c.AddSqlText("-- name: Unit.One\nSELECT 2 FROM DUAL");  // later files replace
   EXPECT_EQ(c.GetSQL("Unit.One"), "SELECT 2 FROM DUAL");
+}
+
+// The files explain their queries in comments; the text a driver receives has none, and no
+// line left blank where a comment was.
+TEST(Catalog, BuiltinQueriesReachTheDriverWithoutComments) {
+  const TCatalog& c = TCatalog::Builtin();
+  for (const QString& key : c.SqlKeys()) {
+    const QString sql = c.GetSQL(key);
+    for (const host::TSqlToken& t : host::TokenizeSql(sql))
+      EXPECT_FALSE(t.Is(host::TSqlToken::TKind::Comment)) << key.toStdString();
+    EXPECT_FALSE(sql.contains("\n\n")) << key.toStdString();
+  }
+  TCatalog one;
+  one.AddSqlText(
+      "-- name: K\n-- the owner's row\nSELECT 'a -- b' /* it's */ AS \"x--\"\n  FROM DUAL -- "
+      "end\n");
+  EXPECT_EQ(one.GetSQL("K"), "SELECT 'a -- b' AS \"x--\"\n  FROM DUAL");
 }
 
 TEST(Catalog, MissingKeyIsAnErrorNamingIt) {

@@ -144,8 +144,12 @@ TEST_F(DemoDb, QueriesBindByNameAndReturnText) {
             "");
   EXPECT_EQ(One("SELECT 62.5 FROM DUAL"), "62.5");
   EXPECT_EQ(One("SELECT 65536 / 1024.0 FROM DUAL"), "64");
+  // Numbers beyond 64 bits come back digit for digit.
   EXPECT_EQ(One("SELECT MAX_VALUE FROM ALL_SEQUENCES WHERE SEQUENCE_NAME = 'TICKET_SEQ'"),
-            "1000000000000000000000000000");
+            "999999999999999999999999999");
+  EXPECT_EQ(One("SELECT CAST(MIN_VALUE AS VARCHAR(40)) FROM ALL_SEQUENCES "
+                "WHERE SEQUENCE_NAME = 'COUNTDOWN_SEQ'"),
+            "-99999999999999999999999999");
   // A '#' column is reachable quoted, Oracle's way.
   EXPECT_EQ(One("SELECT COUNT(*) FROM V$LOGFILE WHERE \"GROUP#\" = :P_GROUP", {{"P_GROUP", "1"}}),
             "2");
