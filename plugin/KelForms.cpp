@@ -141,7 +141,11 @@ bool IsNonDigitKey(const QKeyEvent* event) {
   const QString text = event->text();
   if (text.isEmpty()) return false;
   const QChar c = text.at(0);
-  return c.unicode() >= u' ' && !(c >= u'0' && c <= u'9');
+  if (c >= u'0' && c <= u'9') return false;
+  // Editing keys pass: Backspace ("\b"), Delete (U+007F on X11 desktops), Enter, Escape. A
+  // character that came without a key of its own (pasted, dropped: key 0) passes only as a
+  // digit, so a pasted tab or NUL stays out.
+  return event->key() == 0 || c.category() != QChar::Other_Control;
 }
 
 void OnExit(QWidget* control, std::function<void()> handler) {
@@ -252,6 +256,10 @@ void TKelBaseFrm::RefreshOwnedPreview() {
 }
 
 void TKelBaseFrm::Guarded(const std::function<void()>& fn) {
+  RunGuarded(fn);
+}
+
+void RunGuarded(const std::function<void()>& fn) {
   try {
     fn();
   } catch (const std::exception& e) {
@@ -292,6 +300,21 @@ bool TKelBaseFrm::ExecuteSqlMemo() {
 }
 
 namespace {
+// No edit of a form takes a control character other than tab and line breaks, however the
+// text arrives (typed, pasted, dropped); text the program sets is left as it is.
+void BanControlCharacters(QWidget* form) {
+  for (QLineEdit* edit : form->findChildren<QLineEdit*>())
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [edit] {
+      const QString text = edit->text();
+      const QString clean = StripBannedControls(text);
+      if (clean == text) return;
+      const int caret = edit->cursorPosition();
+      const int removedBefore = int(caret - StripBannedControls(text.left(caret)).size());
+      edit->setText(clean);
+      edit->setCursorPosition(caret - removedBefore);
+    });
+}
+
 // Buttons never act as the dialog's default: Enter in an edit must not run the statement.
 void ClearDefaultButtons(QWidget* form) {
   for (QPushButton* b : form->findChildren<QPushButton*>()) {
@@ -345,6 +368,7 @@ void TKelDllDBDlgFrm::showEvent(QShowEvent* event) {
   if (FShown) return;
   FShown = true;
   ClearDefaultButtons(this);
+  BanControlCharacters(this);
   for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
   KelFrmIniLoad();
   bool failed = true;
@@ -429,6 +453,7 @@ void TKelDllChildFrm::showEvent(QShowEvent* event) {
   if (FShown) return;
   FShown = true;
   ClearDefaultButtons(this);
+  BanControlCharacters(this);
   KelFrmIniLoad();
   bool failed = true;
   Guarded([&] {

@@ -29,6 +29,9 @@ bool IsNonDigitKey(const QKeyEvent* event);
 // Exit handler of a control: runs when the focus leaves the control for another control of its
 // window (also when a page change hides it), not when the window closes or loses activation.
 void OnExit(QWidget* control, std::function<void()> handler);
+// Runs `fn`, reporting any error through the host instead of letting it reach the event loop
+// (what every handler that reads the catalog runs in; TKelBaseFrm::Guarded is the same).
+void RunGuarded(const std::function<void()>& fn);
 // Shows every page (tab or header-less page) that holds `control`, then focuses it.
 void FocusControl(QWidget* control);
 

@@ -60,3 +60,22 @@ TEST(Transcript, ParseReportsWhereTheTextIsBroken) {
 }
 
 }  // namespace
+
+TEST(Transcript, LoneSurrogatesAndPairsAreWrittenExactly) {
+  const QString text = QString("a") + QChar(0xD800) + QString::fromUtf8("\xF0\x9F\x98\x80");
+  const QByteArray json = runner::CanonicalJson(QJsonObject{{"text", text}});
+  EXPECT_TRUE(json.contains("\\ud800")) << json.toStdString();
+  EXPECT_TRUE(json.contains("\xF0\x9F\x98\x80"));
+  QString error;
+  EXPECT_EQ(runner::ParseObject(json, &error).value("text").toString(), text);
+}
+
+TEST(Transcript, TimeoutsAreCheckedBeforeTheyAreConverted) {
+  QString why;
+  EXPECT_EQ(runner::TimeoutMs("1.5", &why), 1500);
+  for (const char* bad : {"2147483", "1e300", "0", "-3", "nan", "inf", "ten"}) {
+    why.clear();
+    EXPECT_EQ(runner::TimeoutMs(bad, &why), -1) << bad;
+    EXPECT_TRUE(why.startsWith("--timeout takes")) << why.toStdString();
+  }
+}

@@ -277,3 +277,9 @@ TEST_F(StoragePages, AlterParallelFromTheDefaultDegree) {
   Set("ValueEd", "2");
   EXPECT_EQ(Storage.OptionChanges(), "PARALLEL (DEGREE 2)" + CR1);
 }
+
+TEST(StorageSizes, TheLargestCatalogSizeConvertsWithoutOverflow) {
+  EXPECT_EQ(TTableStorage::BytesToKilobytes("9223372036854775807"), "9007199254740992");
+  EXPECT_EQ(TTableStorage::BytesToKilobytes("1025"), "2");
+  EXPECT_EQ(TTableStorage::BytesToKilobytes("65536"), "64");
+}
