@@ -400,3 +400,29 @@ TEST_F(ConstraintPage, EmptiedKeysDroppedColumnsAndRenamedColumns) {
                                        "DISABLE;" +
                                            CR1}));
 }
+
+// PRIMARY is offered again once the primary row is gone; unnamed keys are added with "ADD".
+TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
+  LoadEmp();
+  List()->SetFocusedRow(1);
+  EXPECT_FALSE(List()->Column(P::ccType).Items.contains("PRIMARY"));
+  List()->SetFocusedRow(0);
+  Page.DropCostraintBtnClick();
+  List()->SetFocusedRow(0);
+  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  Page.AddCostraintBtnClick();
+  Edit(3, P::ccType, "PRIMARY");
+  Edit(3, P::ccName, "");
+  AddPair(3, "ID");
+  Page.AddCostraintBtnClick();
+  Edit(4, P::ccType, "FOREIGN");
+  Edit(4, P::ccName, "");
+  Edit(4, P::ccRefSchema, "HR");
+  Edit(4, P::ccRefTable, "DEPT");
+  AddPair(4, "DEPT_ID", "ID");
+  EXPECT_EQ(
+      AlterLines(),
+      QStringList({"ALTER TABLE HR.EMP", "  DROP PRIMARY KEY CASCADE;", "ALTER TABLE HR.EMP",
+                   "  ADD PRIMARY KEY(ID);" + CR1, "ALTER TABLE HR.EMP",
+                   "  ADD FOREIGN KEY(DEPT_ID)" + CR1 + "   REFERENCES HR.DEPT  (ID);" + CR1}));
+}
