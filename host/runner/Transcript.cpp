@@ -1,5 +1,6 @@
 #include "host/runner/Transcript.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QStringList>
@@ -144,6 +145,23 @@ QByteArray CanonicalJson(const QJsonObject& document) {
   }
   out += first ? "}\n" : "\n}\n";
   return out;
+}
+
+bool ReadCapped(const QString& file, QByteArray* text, QString* why) {
+  QFile f(file);
+  if (!f.open(QIODevice::ReadOnly)) {
+    if (why) *why = QStringLiteral("cannot read %1: %2").arg(file, f.errorString());
+    return false;
+  }
+  // Read with a cap: a device or a runaway file never fills the memory.
+  *text = f.read(kMaxScenarioBytes + 1);
+  if (text->size() > kMaxScenarioBytes) {
+    text->clear();
+    if (why)
+      *why = file + QStringLiteral(": the file is larger than 16 MiB; a scenario is refused");
+    return false;
+  }
+  return true;
 }
 
 int TimeoutMs(const QString& seconds, QString* why) {

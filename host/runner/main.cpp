@@ -39,18 +39,12 @@ QString DefaultModule() {
 }
 
 bool ReadJson(const QString& file, QJsonObject* out) {
-  QFile f(file);
-  if (!f.open(QIODevice::ReadOnly)) {
-    Complain(QStringLiteral("cannot read %1: %2").arg(file, f.errorString()));
-    return false;
-  }
-  // Read with a cap: a device or a runaway file never fills the memory.
-  const QByteArray text = f.read(runner::kMaxScenarioBytes + 1);
-  if (text.size() > runner::kMaxScenarioBytes) {
-    Complain(file + QStringLiteral(": the file is larger than 16 MiB; a scenario is refused"));
-    return false;
-  }
+  QByteArray text;
   QString error;
+  if (!runner::ReadCapped(file, &text, &error)) {
+    Complain(error);
+    return false;
+  }
   *out = runner::ParseObject(text, &error);
   if (!error.isEmpty()) {
     Complain(QStringLiteral("%1: %2").arg(file, error));

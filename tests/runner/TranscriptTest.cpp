@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTemporaryDir>
 
 #include "host/runner/Transcript.h"
 
@@ -78,4 +80,20 @@ TEST(Transcript, TimeoutsAreCheckedBeforeTheyAreConverted) {
     EXPECT_EQ(runner::TimeoutMs(bad, &why), -1) << bad;
     EXPECT_TRUE(why.startsWith("--timeout takes")) << why.toStdString();
   }
+}
+
+TEST(Transcript, ScenarioFilesAreReadUpTo16MiBOnly) {
+  QTemporaryDir dir;
+  QFile big(dir.filePath("big.json"));
+  ASSERT_TRUE(big.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(big.resize(runner::kMaxScenarioBytes + 1));
+  big.close();
+  QByteArray text;
+  QString why;
+  EXPECT_FALSE(runner::ReadCapped(big.fileName(), &text, &why));
+  EXPECT_TRUE(why.contains("larger than 16 MiB")) << why.toStdString();
+  EXPECT_FALSE(runner::ReadCapped("/dev/zero", &text, &why));
+  ASSERT_TRUE(big.resize(3));
+  EXPECT_TRUE(runner::ReadCapped(big.fileName(), &text, &why));
+  EXPECT_EQ(text.size(), 3);
 }
