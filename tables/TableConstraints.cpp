@@ -400,9 +400,7 @@ TTableConstraintPage::TTableConstraintPage(QWidget* sheet) : QWidget(sheet), d(n
           &P::ConstConditionTreeListEditValueChanged);
 }
 
-TTableConstraintPage::~TTableConstraintPage() {
-  delete d;
-}
+TTableConstraintPage::~TTableConstraintPage() = default;
 
 TKelTreeList* TTableConstraintPage::ConstTreeList() const {
   return d->ConstTreeList;

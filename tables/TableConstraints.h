@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QStringList>
 #include <QWidget>
+#include <memory>
 
 #include "plugin/KelHost.h"
 #include "plugin/KelText.h"
@@ -102,7 +103,7 @@ class TTableConstraintPage : public QWidget {
 
  private:
   struct TPrivate;
-  TPrivate* d;
+  std::unique_ptr<TPrivate> d;
 };
 
 }  // namespace kel

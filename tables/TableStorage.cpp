@@ -305,9 +305,7 @@ TTableStorage::TTableStorage(QWidget* storageSheet, QWidget* optionSheet)
   connect(d->IgnoreChk, &QAbstractButton::toggled, this, &TTableStorage::IgnoreChkClick);
 }
 
-TTableStorage::~TTableStorage() {
-  delete d;
-}
+TTableStorage::~TTableStorage() = default;
 
 // ---------------------------------------------------------------------------------------------
 // Input rules.

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <memory>
 
 class QKeyEvent;
 class QLineEdit;
@@ -56,7 +57,7 @@ class TTableStorage : public QObject {
 
  private:
   struct TPrivate;
-  TPrivate* d;
+  std::unique_ptr<TPrivate> d;
 };
 
 }  // namespace kel
