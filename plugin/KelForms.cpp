@@ -325,6 +325,38 @@ void ClearDefaultButtons(QWidget* form) {
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------
+void TKelBaseFrm::RunViewSql() {
+  Guarded([this] {
+    if (!Validate()) return;
+    BuildSql();
+    if (Application()) Application()->OpenViewSQLFrm(FSelf, SqlMemo().Text());
+  });
+}
+
+bool TKelBaseFrm::RunOk() {
+  bool executed = false;
+  Guarded([&] {
+    if (!Validate()) return;
+    BuildSql();
+    executed = ExecuteSqlMemo();
+  });
+  return executed;
+}
+
+bool TKelBaseFrm::RunFirstShow(const std::function<void()>& handler) {
+  ClearDefaultButtons(FSelf);
+  BanControlCharacters(FSelf);
+  KelFrmIniLoad();
+  bool failed = true;
+  Guarded([&] {
+    handler();
+    failed = false;
+  });
+  if (!failed) StartChangeTracker();
+  return !failed;
+}
+
+// ---------------------------------------------------------------------------------------------
 TKelDllDBDlgFrm::TKelDllDBDlgFrm(QWidget* owner) : QDialog(owner), TKelBaseFrm(this) {}
 
 TKelDllDBDlgFrm::~TKelDllDBDlgFrm() = default;
@@ -346,18 +378,12 @@ void TKelDllDBDlgFrm::KelDllDBDlgFrmKeyDown(QKeyEvent* event) {
 }
 
 void TKelDllDBDlgFrm::ViewSqlBtnClick() {
-  Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
-  });
+  RunViewSql();
 }
 
 void TKelDllDBDlgFrm::OkBtnClick() {
+  if (!RunOk()) return;
   Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (!ExecuteSqlMemo()) return;
     AfterExecute();
     SetModalResult(mrOk);
   });
@@ -367,21 +393,10 @@ void TKelDllDBDlgFrm::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (FShown) return;
   FShown = true;
-  ClearDefaultButtons(this);
-  BanControlCharacters(this);
   for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
-  KelFrmIniLoad();
-  bool failed = true;
-  Guarded([&] {
-    KelDllDBDlgFrmShow();
-    failed = false;
-  });
-  if (failed) {
-    // The object could not be loaded: a half-filled dialog must not build statements.
+  // An object that could not be loaded: a half-filled dialog must not build statements.
+  if (!RunFirstShow([this] { KelDllDBDlgFrmShow(); }))
     QTimer::singleShot(0, this, [this] { done(mrCancel); });
-    return;
-  }
-  StartChangeTracker();
 }
 
 void TKelDllDBDlgFrm::keyPressEvent(QKeyEvent* event) {
@@ -427,19 +442,11 @@ TKelDllChildFrm::TKelDllChildFrm(QWidget* owner) : QWidget(owner), TKelBaseFrm(t
 TKelDllChildFrm::~TKelDllChildFrm() = default;
 
 void TKelDllChildFrm::ViewSqlBtnClick() {
-  Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
-  });
+  RunViewSql();
 }
 
 void TKelDllChildFrm::OkBtnClick() {
-  Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (ExecuteSqlMemo()) close();
-  });
+  if (RunOk()) close();
 }
 
 bool TKelDllChildFrm::KelDllChildFrmClose() {
@@ -452,19 +459,8 @@ void TKelDllChildFrm::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (FShown) return;
   FShown = true;
-  ClearDefaultButtons(this);
-  BanControlCharacters(this);
-  KelFrmIniLoad();
-  bool failed = true;
-  Guarded([&] {
-    KelDllChildFrmShow();
-    failed = false;
-  });
-  if (failed) {
+  if (!RunFirstShow([this] { KelDllChildFrmShow(); }))
     QTimer::singleShot(0, this, [this] { close(); });
-    return;
-  }
-  StartChangeTracker();
 }
 
 void TKelDllChildFrm::closeEvent(QCloseEvent* event) {
