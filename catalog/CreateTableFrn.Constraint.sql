@@ -58,3 +58,20 @@ SELECT T.COLUMN_NAME AS "COLUMN_NAME"
  WHERE T.OWNER = :P_OWNER
    AND T.TABLE_NAME = :P_TABLE
  ORDER BY T.COLUMN_ID
+
+-- name: CreateTableFrn.Constraint_05
+-- The foreign keys of any table that reference a primary or unique key of the table: before
+-- the key is dropped and added again they are named to the user and, if agreed, created anew.
+SELECT C.OWNER AS "OWNER",
+       C.TABLE_NAME AS "TABLE_NAME",
+       C.CONSTRAINT_NAME AS "CONSTRAINT_NAME",
+       C.DELETE_RULE AS "DELETE_RULE",
+       C."DEFERRABLE" AS "DEFERRABLE",
+       C.DEFERRED AS "DEFERRED",
+       C.STATUS AS "STATUS",
+       C.VALIDATED AS "VALIDATED"
+  FROM ALL_CONSTRAINTS C
+ WHERE C.CONSTRAINT_TYPE = 'R'
+   AND C.R_OWNER = :P_OWNER
+   AND C.R_CONSTRAINT_NAME = :P_CONSTRAINT
+ ORDER BY C.OWNER, C.TABLE_NAME, C.CONSTRAINT_NAME

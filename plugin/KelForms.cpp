@@ -141,7 +141,11 @@ bool IsNonDigitKey(const QKeyEvent* event) {
   const QString text = event->text();
   if (text.isEmpty()) return false;
   const QChar c = text.at(0);
-  return c.unicode() >= u' ' && !(c >= u'0' && c <= u'9');
+  if (c >= u'0' && c <= u'9') return false;
+  // Editing keys pass: Backspace ("\b"), Delete (U+007F on X11 desktops), Enter, Escape. A
+  // character that came without a key of its own (pasted, dropped: key 0) passes only as a
+  // digit, so a pasted tab or NUL stays out.
+  return event->key() == 0 || c.category() != QChar::Other_Control;
 }
 
 void OnExit(QWidget* control, std::function<void()> handler) {
@@ -252,6 +256,10 @@ void TKelBaseFrm::RefreshOwnedPreview() {
 }
 
 void TKelBaseFrm::Guarded(const std::function<void()>& fn) {
+  RunGuarded(fn);
+}
+
+void RunGuarded(const std::function<void()>& fn) {
   try {
     fn();
   } catch (const std::exception& e) {
@@ -292,6 +300,21 @@ bool TKelBaseFrm::ExecuteSqlMemo() {
 }
 
 namespace {
+// No edit of a form takes a control character other than tab and line breaks, however the
+// text arrives (typed, pasted, dropped); text the program sets is left as it is.
+void BanControlCharacters(QWidget* form) {
+  for (QLineEdit* edit : form->findChildren<QLineEdit*>())
+    QObject::connect(edit, &QLineEdit::textEdited, edit, [edit] {
+      const QString text = edit->text();
+      const QString clean = StripBannedControls(text);
+      if (clean == text) return;
+      const int caret = edit->cursorPosition();
+      const int removedBefore = int(caret - StripBannedControls(text.left(caret)).size());
+      edit->setText(clean);
+      edit->setCursorPosition(caret - removedBefore);
+    });
+}
+
 // Buttons never act as the dialog's default: Enter in an edit must not run the statement.
 void ClearDefaultButtons(QWidget* form) {
   for (QPushButton* b : form->findChildren<QPushButton*>()) {
@@ -300,6 +323,38 @@ void ClearDefaultButtons(QWidget* form) {
   }
 }
 }  // namespace
+
+// ---------------------------------------------------------------------------------------------
+void TKelBaseFrm::RunViewSql() {
+  Guarded([this] {
+    if (!Validate()) return;
+    BuildSql();
+    if (Application()) Application()->OpenViewSQLFrm(FSelf, SqlMemo().Text());
+  });
+}
+
+bool TKelBaseFrm::RunOk() {
+  bool executed = false;
+  Guarded([&] {
+    if (!Validate()) return;
+    BuildSql();
+    executed = ExecuteSqlMemo();
+  });
+  return executed;
+}
+
+bool TKelBaseFrm::RunFirstShow(const std::function<void()>& handler) {
+  ClearDefaultButtons(FSelf);
+  BanControlCharacters(FSelf);
+  KelFrmIniLoad();
+  bool failed = true;
+  Guarded([&] {
+    handler();
+    failed = false;
+  });
+  if (!failed) StartChangeTracker();
+  return !failed;
+}
 
 // ---------------------------------------------------------------------------------------------
 TKelDllDBDlgFrm::TKelDllDBDlgFrm(QWidget* owner) : QDialog(owner), TKelBaseFrm(this) {}
@@ -323,18 +378,12 @@ void TKelDllDBDlgFrm::KelDllDBDlgFrmKeyDown(QKeyEvent* event) {
 }
 
 void TKelDllDBDlgFrm::ViewSqlBtnClick() {
-  Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
-  });
+  RunViewSql();
 }
 
 void TKelDllDBDlgFrm::OkBtnClick() {
+  if (!RunOk()) return;
   Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (!ExecuteSqlMemo()) return;
     AfterExecute();
     SetModalResult(mrOk);
   });
@@ -344,20 +393,10 @@ void TKelDllDBDlgFrm::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (FShown) return;
   FShown = true;
-  ClearDefaultButtons(this);
   for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
-  KelFrmIniLoad();
-  bool failed = true;
-  Guarded([&] {
-    KelDllDBDlgFrmShow();
-    failed = false;
-  });
-  if (failed) {
-    // The object could not be loaded: a half-filled dialog must not build statements.
+  // An object that could not be loaded: a half-filled dialog must not build statements.
+  if (!RunFirstShow([this] { KelDllDBDlgFrmShow(); }))
     QTimer::singleShot(0, this, [this] { done(mrCancel); });
-    return;
-  }
-  StartChangeTracker();
 }
 
 void TKelDllDBDlgFrm::keyPressEvent(QKeyEvent* event) {
@@ -403,19 +442,11 @@ TKelDllChildFrm::TKelDllChildFrm(QWidget* owner) : QWidget(owner), TKelBaseFrm(t
 TKelDllChildFrm::~TKelDllChildFrm() = default;
 
 void TKelDllChildFrm::ViewSqlBtnClick() {
-  Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
-  });
+  RunViewSql();
 }
 
 void TKelDllChildFrm::OkBtnClick() {
-  Guarded([this] {
-    if (!Validate()) return;
-    BuildSql();
-    if (ExecuteSqlMemo()) close();
-  });
+  if (RunOk()) close();
 }
 
 bool TKelDllChildFrm::KelDllChildFrmClose() {
@@ -428,18 +459,8 @@ void TKelDllChildFrm::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (FShown) return;
   FShown = true;
-  ClearDefaultButtons(this);
-  KelFrmIniLoad();
-  bool failed = true;
-  Guarded([&] {
-    KelDllChildFrmShow();
-    failed = false;
-  });
-  if (failed) {
+  if (!RunFirstShow([this] { KelDllChildFrmShow(); }))
     QTimer::singleShot(0, this, [this] { close(); });
-    return;
-  }
-  StartChangeTracker();
 }
 
 void TKelDllChildFrm::closeEvent(QCloseEvent* event) {

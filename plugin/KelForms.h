@@ -29,6 +29,9 @@ bool IsNonDigitKey(const QKeyEvent* event);
 // Exit handler of a control: runs when the focus leaves the control for another control of its
 // window (also when a page change hides it), not when the window closes or loses activation.
 void OnExit(QWidget* control, std::function<void()> handler);
+// Runs `fn`, reporting any error through the host instead of letting it reach the event loop
+// (what every handler that reads the catalog runs in; TKelBaseFrm::Guarded is the same).
+void RunGuarded(const std::function<void()>& fn);
 // Shows every page (tab or header-less page) that holds `control`, then focuses it.
 void FocusControl(QWidget* control);
 
@@ -110,6 +113,18 @@ class TKelBaseFrm {
   void Guarded(const std::function<void()>& fn);
 
  protected:
+  // The dialog's validation and statement build (into SqlMemo()), shared by both bases.
+  virtual bool Validate() { return true; }
+  virtual void BuildSql() {}
+  // The common "View SQL" pattern: validate, build, preview.
+  void RunViewSql();
+  // The common "OK" pattern up to the execution: validate, build, execute; true when executed.
+  bool RunOk();
+  // The first show of either base: buttons lose their default role, edits refuse control
+  // characters, settings are read, `handler` runs guarded and the change tracker starts; false
+  // (tracker not started) when the handler failed.
+  bool RunFirstShow(const std::function<void()>& handler);
+
   void StartChangeTracker();
   void FreeTracker();
   // Asks "CancelWork" when the form was edited; true when it may close.
@@ -151,9 +166,6 @@ class TKelDllDBDlgFrm : public QDialog, public TKelBaseFrm {
   virtual void KelDllDBDlgFrmKeyDown(QKeyEvent* event);
   // Close handler: false refuses the close.
   virtual bool KelDllDBDlgFrmClose();
-  // The dialog's validation and statement build (into SqlMemo()).
-  virtual bool Validate() { return true; }
-  virtual void BuildSql() {}
   // After a successful execution, before the dialog closes (host list refreshes).
   virtual void AfterExecute() {}
 
@@ -187,8 +199,6 @@ class TKelDllChildFrm : public QWidget, public TKelBaseFrm {
  protected:
   virtual void KelDllChildFrmShow() {}
   virtual bool KelDllChildFrmClose();
-  virtual bool Validate() { return true; }
-  virtual void BuildSql() {}
 
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;

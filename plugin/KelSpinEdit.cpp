@@ -99,9 +99,27 @@ void TKelSpinEdit::SetText(const QString& text) {
   lineEdit()->setText(text);
 }
 
+void TKelSpinEdit::SetRange(qint64 min, qint64 max) {
+  FHasRange = true;
+  FMin = min;
+  FMax = max;
+}
+
+bool TKelSpinEdit::IsAcceptable() const {
+  QString text = Text();
+  int pos = 0;
+  return validate(text, pos) == QValidator::Acceptable;
+}
+
 void TKelSpinEdit::stepBy(int steps) {
   if (isReadOnly() || steps == 0) return;
-  const QString next = AddToInteger(Text(), steps);
+  QString next = AddToInteger(Text(), steps);
+  if (FHasRange) {
+    bool ok = false;
+    const qint64 n = next.toLongLong(&ok);
+    if (!ok) return;
+    next = QString::number(std::clamp(n, FMin, FMax));
+  }
   if (next == Text()) return;
   SetText(next);
   selectAll();
@@ -109,12 +127,21 @@ void TKelSpinEdit::stepBy(int steps) {
 
 QValidator::State TKelSpinEdit::validate(QString& input, int& pos) const {
   (void)pos;
-  if (input.isEmpty() || input == u"-") return QValidator::Intermediate;
-  return IsIntegerText(input) ? QValidator::Acceptable : QValidator::Invalid;
+  if (input.isEmpty()) return QValidator::Acceptable;
+  if (input == u"-") return FHasRange && FMin >= 0 ? QValidator::Invalid : QValidator::Intermediate;
+  if (!IsIntegerText(input)) return QValidator::Invalid;
+  if (!FHasRange) return QValidator::Acceptable;
+  bool ok = false;
+  const qint64 n = input.toLongLong(&ok);
+  if (!ok) return QValidator::Invalid;  // beyond any range a cell takes
+  if (n >= FMin && n <= FMax) return QValidator::Acceptable;
+  // Below the minimum a positive entry may still grow into range ("1" on the way to "12").
+  return (n > FMax && n > 0) || (n < FMin && n < 0) ? QValidator::Invalid
+                                                    : QValidator::Intermediate;
 }
 
 void TKelSpinEdit::fixup(QString& input) const {
-  if (input.isEmpty() || input == u"-") input = QStringLiteral("0");
+  if (input == u"-") input.clear();
 }
 
 QAbstractSpinBox::StepEnabled TKelSpinEdit::stepEnabled() const {

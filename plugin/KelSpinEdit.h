@@ -19,9 +19,16 @@ class TKelSpinEdit : public QAbstractSpinBox {
   QString Text() const;
   void SetText(const QString& text);
 
+  // Limits the value to [min, max] (a grid cell's spin editor); unbounded by default.
+  void SetRange(qint64 min, qint64 max);
+  bool HasRange() const { return FHasRange; }
+  // True when the text is empty (not given) or a whole number within the range.
+  bool IsAcceptable() const;
+
   void stepBy(int steps) override;
   QValidator::State validate(QString& input, int& pos) const override;
-  // An unfinished entry ("" or "-") becomes 0 when the editing ends.
+  // Empty means "not given" and stays empty; a lone "-" is cleared when the editing ends, so
+  // passing through an empty field never turns it into a value.
   void fixup(QString& input) const override;
 
  signals:
@@ -29,6 +36,11 @@ class TKelSpinEdit : public QAbstractSpinBox {
 
  protected:
   StepEnabled stepEnabled() const override;
+
+ private:
+  bool FHasRange = false;
+  qint64 FMin = 0;
+  qint64 FMax = 0;
 };
 
 // True for an optionally negative run of decimal digits ("0", "-12", "007").

@@ -161,4 +161,16 @@ void TSqlMemo::SetText(const QString& text) {
   if (!FLines.isEmpty() && FLines.last().isEmpty()) FLines.removeLast();
 }
 
+bool IsBannedControl(QChar c) {
+  return c.category() == QChar::Other_Control && c != u'\t' && c != u'\r' && c != u'\n';
+}
+
+QString StripBannedControls(const QString& text) {
+  QString out;
+  out.reserve(text.size());
+  for (const QChar c : text)
+    if (!IsBannedControl(c)) out += c;
+  return out;
+}
+
 }  // namespace kel

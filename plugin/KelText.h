@@ -42,6 +42,11 @@ QString FormatMsg(const QString& templ, const QStringList& args);
 enum class TNameKind { Object, DbLink };
 bool IsValidName(const QString& name, TNameKind kind = TNameKind::Object);
 
+// A control character no edit takes: any but tab, CR and LF (NUL, escape, DEL, C1 controls).
+bool IsBannedControl(QChar c);
+// `text` without its banned control characters.
+QString StripBannedControls(const QString& text);
+
 // A string with every "'" doubled, for SQL literals.
 QString QuoteSql(const QString& text);
 

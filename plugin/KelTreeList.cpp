@@ -5,14 +5,16 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QSpinBox>
 #include <QStyledItemDelegate>
+
+#include "plugin/KelSpinEdit.h"
+#include "plugin/KelText.h"
 
 namespace kel {
 
 namespace {
 constexpr int kValueRole = Qt::UserRole + 1;  // the cell's string
-}
+}  // namespace
 
 class TKelTreeDelegate : public QStyledItemDelegate {
  public:
@@ -30,8 +32,8 @@ class TKelTreeDelegate : public QStyledItemDelegate {
         return cb;
       }
       case TCellEditor::Spin: {
-        auto* sp = new QSpinBox(parent);
-        sp->setRange(c.Min, c.Max);
+        auto* sp = new TKelSpinEdit(parent);
+        sp->SetRange(c.Min, c.Max);
         return sp;
       }
       default:
@@ -41,23 +43,36 @@ class TKelTreeDelegate : public QStyledItemDelegate {
 
   void setEditorData(QWidget* editor, const QModelIndex& index) const override {
     const QString v = index.data(kValueRole).toString();
-    if (auto* cb = qobject_cast<QComboBox*>(editor))
-      cb->setCurrentIndex(cb->findText(v));
-    else if (auto* sp = qobject_cast<QSpinBox*>(editor))
-      sp->setValue(v.toInt());
-    else if (auto* le = qobject_cast<QLineEdit*>(editor))
+    if (auto* cb = qobject_cast<QComboBox*>(editor)) {
+      // A loaded value the list does not offer (a "TIMESTAMP(6)" among plain type names) stays
+      // the cell's value: it is shown as the first item instead of being lost to no selection.
+      int i = cb->findText(v, Qt::MatchExactly | Qt::MatchCaseSensitive);
+      if (i < 0 && !v.isEmpty()) {
+        cb->insertItem(0, v);
+        i = 0;
+      }
+      cb->setCurrentIndex(i);
+    } else if (auto* sp = qobject_cast<TKelSpinEdit*>(editor)) {
+      sp->SetText(v);
+    } else if (auto* le = qobject_cast<QLineEdit*>(editor)) {
       le->setText(v);
+    }
   }
 
   void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const override {
+    const QString before = index.data(kValueRole).toString();
     QString v;
-    if (auto* cb = qobject_cast<QComboBox*>(editor))
-      v = cb->currentText();
-    else if (auto* sp = qobject_cast<QSpinBox*>(editor))
-      v = sp->cleanText().isEmpty() ? QString() : QString::number(sp->value());
-    else if (auto* le = qobject_cast<QLineEdit*>(editor))
-      v = le->text();
-    if (v != index.data(kValueRole).toString()) FList->CommitCell(index.row(), index.column(), v);
+    if (auto* cb = qobject_cast<QComboBox*>(editor)) {
+      v = cb->currentIndex() < 0 ? QString() : cb->currentText();
+    } else if (auto* sp = qobject_cast<TKelSpinEdit*>(editor)) {
+      // An entry outside the range is not taken; empty stays empty (no value given).
+      if (!sp->IsAcceptable()) return;
+      v = sp->Text().trimmed();
+      if (!v.isEmpty()) v = AddToInteger(v, 0);  // "007" is 7
+    } else if (auto* le = qobject_cast<QLineEdit*>(editor)) {
+      v = StripBannedControls(le->text());  // as typed: no control characters
+    }
+    if (v != before) FList->CommitCell(index.row(), index.column(), v);
   }
 
   bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
@@ -77,7 +92,8 @@ class TKelTreeDelegate : public QStyledItemDelegate {
   bool eventFilter(QObject* editor, QEvent* event) override {
     if (event->type() == QEvent::KeyPress) {
       const int key = static_cast<QKeyEvent*>(event)->key();
-      if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab) {
+      if (key == Qt::Key_Return || key == Qt::Key_Enter ||
+          (key == Qt::Key_Tab && static_cast<QKeyEvent*>(event)->modifiers() == Qt::NoModifier)) {
         auto* w = static_cast<QWidget*>(editor);
         emit commitData(w);
         emit closeEditor(w, QAbstractItemDelegate::EditNextItem);
@@ -97,6 +113,8 @@ TKelTreeList::TKelTreeList(QWidget* parent) : QTreeWidget(parent) {
   setSortingEnabled(false);
   setAllColumnsShowFocus(false);
   setSelectionBehavior(QAbstractItemView::SelectRows);
+  // Tab reaches keyPressEvent (next cell) instead of moving the focus out of the list.
+  setTabKeyNavigation(true);
   setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
                   QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
   setItemDelegate(new TKelTreeDelegate(this));
@@ -242,44 +260,61 @@ bool TKelTreeList::EditCell(int row, int col, const QString& value, QString* why
     if (why) *why = reason;
     return false;
   };
-  if (row < 0 || row >= RowCount()) return fail(QStringLiteral("no row %1").arg(row));
-  if (col < 0 || col >= ColumnCount()) return fail(QStringLiteral("no column %1").arg(col));
-  // As a click does: the row takes the focus first, and what the focused row allows decides
-  // whether the cell can be edited.
-  if (QTreeWidgetItem* item = topLevelItem(row)) setCurrentItem(item, col);
+  if (row < 0 || row >= RowCount()) return fail(QStringLiteral("no row ") + QString::number(row));
+  if (col < 0 || col >= ColumnCount())
+    return fail(QStringLiteral("no column ") + QString::number(col));
+  // As a click does: the row takes the focus first (an editor open elsewhere is committed),
+  // and what the focused row allows decides whether the cell can be edited.
+  QTreeWidgetItem* item = topLevelItem(row);
+  setCurrentItem(item, col);
   const TKelTreeColumn& c = FColumns[col];
   if (!c.Visible || !c.Editable)
-    return fail(QStringLiteral("column \"%1\" cannot be edited").arg(c.Caption));
-  QString v = value;
-  switch (c.Editor) {
-    case TCellEditor::PickList:
-      if (!v.isEmpty() && !c.Items.contains(v))
-        return fail(QStringLiteral("\"%1\" is not in the list of \"%2\"").arg(v, c.Caption));
-      break;
-    case TCellEditor::Spin: {
-      if (v.isEmpty()) break;
-      bool ok = false;
-      const int n = v.toInt(&ok);
-      if (!ok || n < c.Min || n > c.Max)
-        return fail(QStringLiteral("\"%1\" is not a whole number from %2 to %3")
-                        .arg(v)
-                        .arg(c.Min)
-                        .arg(c.Max));
-      v = QString::number(n);
-      break;
-    }
-    case TCellEditor::Check:
-      if (v.compare(u"true", Qt::CaseInsensitive) == 0)
-        v = QStringLiteral("True");
-      else if (v.compare(u"false", Qt::CaseInsensitive) == 0)
-        v = QStringLiteral("False");
-      else
-        return fail(QStringLiteral("a check box takes True or False, not \"%1\"").arg(v));
-      break;
-    case TCellEditor::Text:
-      break;
+    return fail(QStringLiteral("column \"") + c.Caption + QStringLiteral("\" cannot be edited"));
+  if (c.Editor == TCellEditor::Check) {
+    QString v;
+    if (value.compare(u"true", Qt::CaseInsensitive) == 0)
+      v = QStringLiteral("True");
+    else if (value.compare(u"false", Qt::CaseInsensitive) == 0)
+      v = QStringLiteral("False");
+    else
+      return fail(QStringLiteral("a check box takes True or False, not \"") + value + u'"');
+    // A click toggles the box; a box already showing the value is left alone.
+    if ((Cell(row, col) == QLatin1String("True")) != (v == QLatin1String("True")))
+      CommitCell(row, col, v);
+    return true;
   }
-  CommitCell(row, col, v);
+
+  // Every other cell is edited through the editor a user gets: opened, given the value,
+  // committed and closed as Enter does (without moving on).
+  const QModelIndex index = indexFromItem(item, col);
+  QWidget* editor = indexWidget(index);
+  if (!editor) {
+    editItem(item, col);
+    editor = indexWidget(index);
+  }
+  if (!editor) return fail(QStringLiteral("the cell's editor did not open"));
+  auto close = [this, editor](bool commit) {
+    if (commit) emit itemDelegate()->commitData(editor);
+    emit itemDelegate()->closeEditor(editor, QAbstractItemDelegate::NoHint);
+  };
+  if (auto* cb = qobject_cast<QComboBox*>(editor)) {
+    const int i = cb->findText(value, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (i < 0 && !value.isEmpty()) {
+      close(false);
+      return fail(u'"' + value + QStringLiteral("\" is not in the list of \"") + c.Caption + u'"');
+    }
+    cb->setCurrentIndex(i);
+  } else if (auto* sp = qobject_cast<TKelSpinEdit*>(editor)) {
+    sp->SetText(value.trimmed());
+    if (!sp->IsAcceptable()) {
+      close(false);
+      return fail(u'"' + value + QStringLiteral("\" is not a whole number from ") +
+                  QString::number(c.Min) + QStringLiteral(" to ") + QString::number(c.Max));
+    }
+  } else if (auto* le = qobject_cast<QLineEdit*>(editor)) {
+    le->setText(value);
+  }
+  close(true);
   return true;
 }
 

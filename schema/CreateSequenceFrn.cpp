@@ -1,10 +1,21 @@
 #include "schema/CreateSequenceFrn.h"
 
+#include <QComboBox>
 #include <QKeyEvent>
 
 #include "ui_CreateSequenceFrn.h"
 
 namespace kel {
+
+namespace {
+// Selects `schema` in the owner list, adding it when the connection's list does not hold it
+// (a sequence of SYS opened by a user who does not see SYS among the users).
+void SelectOrAddSchema(QComboBox* combo, const QString& schema) {
+  if (schema.isEmpty()) return;
+  if (combo->findText(schema, Qt::MatchFixedString) < 0) combo->addItem(schema.toUpper());
+  TKelBaseFrm::SelectComboText(combo, schema);
+}
+}  // namespace
 
 TCreateSequenceFrm::TCreateSequenceFrm(QWidget* owner)
     : TKelDllDBDlgFrm(owner), ui(new Ui::TCreateSequenceFrm) {
@@ -37,7 +48,7 @@ void TCreateSequenceFrm::ReadParams(TXLink* link) {
     FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
     FSchema = link->ParamByString(QStringLiteral("P_Schema"));
     FSequenceName = link->ParamByString(QStringLiteral("P_SequenceName"));
-    SelectComboText(ui->SchemaCmb, FSchema);
+    SelectOrAddSchema(ui->SchemaCmb, FSchema);
   } else if (link->Verb() == QLatin1String("ChangeOwner")) {
     SelectComboText(ui->SchemaCmb, link->ParamByString(QStringLiteral("ObjFrmOwner")));
   }
@@ -58,6 +69,18 @@ void TCreateSequenceFrm::LoadSequence() {
   TempQry.ParamByName(QStringLiteral("P_OWN")) = FSchema;
   TempQry.ParamByName(QStringLiteral("P_SEQUENCE")) = FSequenceName;
   TempQry.Open();
+  // No row (or one without the values): the sequence went between browsing and opening. The
+  // dialog base reports this and closes the dialog before anything is built.
+  if (TempQry.Eof() || Trim(TempQry.FieldByName(QStringLiteral("Min Value"))).isEmpty() ||
+      Trim(TempQry.FieldByName(QStringLiteral("Increment by"))).isEmpty()) {
+    TempQry.Close();
+    const QString templ =
+        Application() ? Application()->esGetMSG(QStringLiteral("CreateSequenceFrm.Vanished"))
+                      : QString();
+    throw EKelError(
+        FormatMsg(templ.isEmpty() ? QStringLiteral("The sequence %s.%s no longer exists.") : templ,
+                  {FSchema, FSequenceName}));
+  }
   FLastValue = TempQry.FieldByName(QStringLiteral("Last Value"));
   FMinValue = TempQry.FieldByName(QStringLiteral("Min Value"));
   FMaxValue = TempQry.FieldByName(QStringLiteral("Max Value"));
@@ -76,7 +99,7 @@ void TCreateSequenceFrm::LoadSequence() {
     setWindowTitle(FormatMsg(Application()->esGetMSG(QStringLiteral("CreateSequenceFrm.Alter")),
                              {FSequenceName}));
   ui->SequenceNameEd->setText(FSequenceName);
-  SelectComboText(ui->SchemaCmb, FSchema);
+  SelectOrAddSchema(ui->SchemaCmb, FSchema);
   ui->StartWithSpinEdit->SetText(FLastValue);
   ui->MinValueSpinEdit->SetText(FMinValue);
   ui->MaxValueEd->setText(Trim(FMaxValue).toUpper() == u"NONE" ? QString() : FMaxValue);
@@ -104,6 +127,10 @@ void TCreateSequenceFrm::NoCacheChkClick() {
 bool TCreateSequenceFrm::Validate() {
   if (Trim(ui->SequenceNameEd->text()).isEmpty())
     return CheckFail(ui->SequenceNameLbl, ui->SequenceNameEd);
+  // The name goes into the statement as it is: it must be one identifier and nothing more.
+  if (!FIsAlter &&
+      !CheckName(ui->SequenceNameLbl, ui->SequenceNameEd, Trim(ui->SequenceNameEd->text())))
+    return false;
   if (ui->SchemaCmb->currentIndex() < 0) return CheckFail(ui->SchemaLbl, ui->SchemaCmb);
   return true;
 }
@@ -120,18 +147,20 @@ void TCreateSequenceFrm::AddHead() {
 
 void TCreateSequenceFrm::AddIncrementBy() {
   const QString increment = ui->IncrementBySpinEdit->Text();
+  if (Trim(increment).isEmpty()) return;  // left empty: the server's default
   if (!FIsAlter || Changed(increment, FIncrement))
     SqlMemo().Add(QStringLiteral("INCREMENT BY %1 ").arg(Trim(increment)));
 }
 
 void TCreateSequenceFrm::AddStartWith() {
   // An existing sequence cannot be restarted this way.
-  if (FIsAlter) return;
+  if (FIsAlter || Trim(ui->StartWithSpinEdit->Text()).isEmpty()) return;
   SqlMemo().Add(QStringLiteral("START WITH %1 ").arg(Trim(ui->StartWithSpinEdit->Text())));
 }
 
 void TCreateSequenceFrm::AddMinValue() {
   const QString minimum = ui->MinValueSpinEdit->Text();
+  if (Trim(minimum).isEmpty()) return;  // left empty: the server's default
   if (!FIsAlter || Changed(minimum, FMinValue))
     SqlMemo().Add(QStringLiteral("MINVALUE %1 ").arg(Trim(minimum)));
 }

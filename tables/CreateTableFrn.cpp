@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QSet>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QToolButton>
@@ -25,6 +26,9 @@ const QString kDefaultTablespace = QStringLiteral("<DEFAULT>");
 const QString kTrue = QStringLiteral("True");
 const QString kFalse = QStringLiteral("False");
 const QString kIndent = QStringLiteral("  ");
+// The name a column row had when the constraint page last heard of it: a rename carries the
+// row's constraint pairs over to the new name.
+constexpr int kKnownNameRole = Qt::UserRole + 7;
 
 // Types whose length is given in the Size cell, and those with precision and scale.
 bool HasSize(const QString& type) {
@@ -44,8 +48,19 @@ QString Field(const TKelQuery& q, const QString& column) {
 // in a schema or tablespace the connection's lists do not show).
 void SelectOrAdd(QComboBox* combo, const QString& text) {
   if (text.isEmpty()) return;
-  if (combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0) combo->addItem(text);
+  if (combo->findText(text, Qt::MatchFixedString) < 0) combo->addItem(text);
   TKelBaseFrm::SelectComboText(combo, text);
+}
+
+// A catalog row without a value the dialog cannot do without: the table changed or vanished
+// between browsing and opening.
+[[noreturn]] void Vanished(const QString& schema, const QString& table) {
+  const QString templ = Application()
+                            ? Application()->esGetMSG(QStringLiteral("CreateTableFrm.Vanished"))
+                            : QString();
+  throw EKelError(
+      FormatMsg(templ.isEmpty() ? QStringLiteral("The table %s.%s no longer exists.") : templ,
+                {schema, table}));
 }
 
 TKelTreeColumn Col(const char* name, const char* caption, TCellEditor editor, int width,
@@ -164,6 +179,7 @@ void TCreateTableFrm::SetupColumnLists() {
 void TCreateTableFrm::InitLoad() {
   TKelDllChildFrm::InitLoad();
   FillSchemaCombo(ui->SchemaCmb);
+  UpperCaseItems(ui->SchemaCmb);
 
   ui->TableSpaceCmb->clear();
   ui->TableSpaceCmb->addItem(kDefaultTablespace);
@@ -200,7 +216,7 @@ void TCreateTableFrm::ReadParams(TXLink* link) {
     SelectOrAdd(ui->SchemaCmb, FSchema);
     ui->TableNameEd->setText(FTableName);
   } else if (link->Verb() == QLatin1String("ChangeOwner")) {
-    SelectComboText(ui->SchemaCmb, link->ParamByString(QStringLiteral("ObjFrmOwner")));
+    SelectOrAdd(ui->SchemaCmb, link->ParamByString(QStringLiteral("ObjFrmOwner")));
   }
 }
 
@@ -226,9 +242,9 @@ void TCreateTableFrm::LoadTable() {
   q.ParamByName(QStringLiteral("P_OWN")) = FSchema;
   q.ParamByName(QStringLiteral("P_TABLE")) = FTableName;
   q.Open();
+  if (q.Eof()) Vanished(FSchema, FTableName);
   TTableAttributes attributes;
-  if (!q.Eof())
-    for (const QString& column : q.Data().Columns) attributes.insert(column, q.FieldByName(column));
+  for (const QString& column : q.Data().Columns) attributes.insert(column, q.FieldByName(column));
 
   SelectOrAdd(ui->TableSpaceCmb, Trim(attributes.value(QStringLiteral("Tablespace"))));
   const QString tableType = Trim(attributes.value(QStringLiteral("Table Type")));
@@ -277,12 +293,18 @@ void TCreateTableFrm::LoadColumns() {
     cells[ccDefault] = Trim(Field(q, QStringLiteral("Default")));
     cells[ccComment] = Field(q, QStringLiteral("Comments"));
     cells[ccID] = Trim(Field(q, QStringLiteral("column_id")));
+    // Rows are paired with their loaded copy by column id and name: without them every column
+    // would read as renamed or dropped.
+    if (cells[ccID].isEmpty() || Trim(cells[ccName]).isEmpty()) Vanished(FSchema, FTableName);
     rows << cells;
   }
+  if (rows.isEmpty()) Vanished(FSchema, FTableName);
   for (TKelTreeList* list : {ui->ColumnTL, FBakColumnTL}) {
     list->ClearRows();
     list->AddRows(rows);
   }
+  for (int r = 0; r < ui->ColumnTL->RowCount(); ++r)
+    ui->ColumnTL->topLevelItem(r)->setData(ccName, kKnownNameRole, Trim(rows[r][ccName]));
   PublishColumnNames();
 }
 
@@ -321,6 +343,7 @@ void TCreateTableFrm::AddFieldBtnClick() {
   TKelTreeList* list = ui->ColumnTL;
   const int r = list->AddRow();
   for (int c = 0; c < list->ColumnCount(); ++c) list->SetCell(r, c, QString());
+  list->topLevelItem(r)->setData(ccName, kKnownNameRole, QString());
   list->SetFocusedRow(r);
   list->SelectRows({r});
   list->setFocus();
@@ -335,6 +358,8 @@ void TCreateTableFrm::DropFieldBtnClick() {
   list->SetFocusedRow(r > 0 ? r - 1 : 1);
   list->DeleteRow(r);
   if (inPrimaryKey && !name.isEmpty()) FConstraints->PrimaryKeyColumnChanged(name, false);
+  // The column leaves every constraint that covered it (unless another row has its name).
+  if (!name.isEmpty() && !ColumnNames().contains(name)) FConstraints->TableColumnDropped(name);
   PublishColumnNames();
 }
 
@@ -343,8 +368,25 @@ void TCreateTableFrm::ColumnTLEditValueChanged(int row, int column) {
     if (column == ccPk) ColumnTreeColumnPkPropertiesEditValueChanged(row);
     ApplyTypeRules(row);
     ApplyEditability(row);
-    if (column == ccName) PublishColumnNames();
+    if (column == ccName) {
+      ColumnRenamed(row);
+      PublishColumnNames();
+    }
   });
+}
+
+// The constraint pairs of a row follow its name: they belong to the column, not to the text.
+void TCreateTableFrm::ColumnRenamed(int row) {
+  QTreeWidgetItem* item = ui->ColumnTL->topLevelItem(row);
+  if (!item) return;
+  const QString before = item->data(ccName, kKnownNameRole).toString();
+  const QString now = Trim(ui->ColumnTL->Cell(row, ccName));
+  item->setData(ccName, kKnownNameRole, now);
+  if (before.isEmpty() || before == now) return;
+  int others = 0;  // another row still carrying the old name keeps the pairs
+  for (int r = 0; r < ui->ColumnTL->RowCount(); ++r)
+    if (r != row && Trim(ui->ColumnTL->Cell(r, ccName)) == before) ++others;
+  if (others == 0) FConstraints->TableColumnRenamed(before, now);
 }
 
 void TCreateTableFrm::ColumnTreeColumnPkPropertiesEditValueChanged(int row) {
@@ -481,10 +523,13 @@ void TCreateTableFrm::FillTypeAttributes() {
 
 bool TCreateTableFrm::Validate() {
   if (TableName().isEmpty()) return CheckFail(ui->TableNameLbl, ui->TableNameEd);
+  // A loaded table keeps the name it has; only a name typed here is checked.
+  if (!FIsAlter && !CheckName(ui->TableNameLbl, ui->TableNameEd, TableName())) return false;
   switch (DefineKind()) {
     case dkColumns:
       if (ui->ColumnTL->RowCount() == 0)
         return CheckFail(ui->DefineColumnRdo->text(), ui->ColumnTL);
+      if (!ValidateColumnNames()) return false;
       break;
     case dkQuery:
       if (Trim(ui->QueryEditor->Text()).isEmpty())
@@ -497,11 +542,42 @@ bool TCreateTableFrm::Validate() {
         return CheckFail(ui->ObjectTypeLbl, ui->ObjectTypeCmb);
       break;
   }
+  if (ConstraintsShown() && !FConstraints->ValidateNames(*this)) return false;
+  return FStorage->ExitChecksPass();
+}
+
+// A new table needs at least one named column; a loaded column cannot lose its name (that
+// would drop it silently); every name typed or changed here is an identifier.
+bool TCreateTableFrm::ValidateColumnNames() {
+  TKelTreeList* list = ui->ColumnTL;
+  const QString caption = list->Column(ccName).Caption;
+  QHash<QString, QString> loadedName;
+  for (int b = 0; b < FBakColumnTL->RowCount(); ++b)
+    loadedName.insert(FBakColumnTL->Cell(b, ccID), Trim(FBakColumnTL->Cell(b, ccName)));
+  int named = 0;
+  for (int r = 0; r < list->RowCount(); ++r) {
+    const QString name = Trim(list->Cell(r, ccName));
+    const QString id = list->Cell(r, ccID);
+    const auto focusRow = [list, r] {
+      list->setCurrentItem(list->topLevelItem(r), ccName);
+      return list;
+    };
+    if (name.isEmpty()) {
+      if (FIsAlter && !id.isEmpty()) return CheckFail(caption, focusRow());
+      continue;
+    }
+    ++named;
+    const bool typedHere = !FIsAlter || id.isEmpty() || loadedName.value(id) != name;
+    if (typedHere && !CheckName(caption, focusRow(), name)) return false;
+  }
+  if (named == 0 && !FIsAlter) return CheckFail(ui->DefineColumnRdo->text(), list);
   return true;
 }
 
 void TCreateTableFrm::ViewSqlBtnClick() {
   Guarded([this] {
+    // What an exit of the storage page refuses is never built, not even for the preview.
+    if (!FStorage->ExitChecksPass()) return;
     BuildSql();
     if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
   });
@@ -555,12 +631,20 @@ void TCreateTableFrm::CreateBuild() {
   if (kind == dkQuery) {
     memo.SetText(Trim(memo.Text()));
     memo.Add(QStringLiteral("AS"));
-    memo.Add(Trim(ui->QueryEditor->Text()));
+    memo.Add(QueryText());
   }
   memo.SetText(Trim(memo.Text()) + u';' + QChar(CR));
   if (const QString line = TableCommentLine(); !line.isEmpty()) memo.Add(line);
   if (kind == dkColumns)
     for (const QString& line : ColumnCommentLines()) memo.Add(line);
+}
+
+// The query of CREATE TABLE ... AS, trimmed, without the ";" that ends it in an editor: the
+// statement gets its own ";" and a second one would be refused.
+QString TCreateTableFrm::QueryText() const {
+  QString text = Trim(ui->QueryEditor->Text());
+  while (text.endsWith(u';')) text = Trim(text.chopped(1));
+  return text;
 }
 
 void TCreateTableFrm::AlterBuild() {
@@ -571,7 +655,8 @@ void TCreateTableFrm::AlterBuild() {
   if (!options.isEmpty())
     memo.SetText(memo.Text() + QStringLiteral("ALTER TABLE ") + QualifiedName() + QChar(CR) +
                  options + u';');
-  if (ConstraintsShown()) FConstraints->AlterConstraintSql(memo, Schema(), TableName());
+  if (ConstraintsShown())
+    FConstraints->AlterConstraintSql(memo, Schema(), TableName(), DroppedColumns());
   if (const QString line = TableCommentLine(); !line.isEmpty()) memo.Add(line);
   if (columns)
     for (const QString& line : ColumnCommentLines()) memo.Add(line);
@@ -645,6 +730,16 @@ QString TCreateTableFrm::ModifyClause(const QString& modifyList) const {
          modifyList.chopped(1) + QChar(CR) + QStringLiteral(");") + QChar(CR);
 }
 
+// Names of the loaded columns that no row of the list carries any more (by column id).
+QStringList TCreateTableFrm::DroppedColumns() const {
+  QSet<QString> ids;
+  for (int r = 0; r < ui->ColumnTL->RowCount(); ++r) ids.insert(ui->ColumnTL->Cell(r, ccID));
+  QStringList dropped;
+  for (int b = 0; b < FBakColumnTL->RowCount(); ++b)
+    if (!ids.contains(FBakColumnTL->Cell(b, ccID))) dropped << Trim(FBakColumnTL->Cell(b, ccName));
+  return dropped;
+}
+
 // The column changes since loading: drops first, then renames, additions and modifications.
 QString TCreateTableFrm::ColumnChanges() const {
   const TKelTreeList* list = ui->ColumnTL;
@@ -681,8 +776,14 @@ QString TCreateTableFrm::ColumnChanges() const {
 
     modifyList += QChar(CR) + kIndent + newName + u' ';
     if (typeChanged) modifyList += LoadedTypeSpec(now);
-    // The new default is read from the row at the loaded column's position.
-    if (defaultChanged) modifyList += QStringLiteral(" DEFAULT ") + Trim(list->Cell(b, ccDefault));
+    // The new default is read from the row at the loaded column's position (the matched row's
+    // when no row stands there); a cleared default is written as NULL, which removes it.
+    if (defaultChanged) {
+      const QString value =
+          b < list->RowCount() ? Trim(list->Cell(b, ccDefault)) : Trim(now[ccDefault]);
+      modifyList +=
+          QStringLiteral(" DEFAULT ") + (value.isEmpty() ? QStringLiteral("NULL") : value);
+    }
     if (nullChanged) modifyList += notNull ? QStringLiteral(" NOT NULL") : QStringLiteral(" NULL");
     modifyList += u',';
   }

@@ -93,6 +93,10 @@ class TCreateTableFrm : public TKelDllChildFrm {
   // Column list helpers.
   void ApplyTypeRules(int row);
   void ApplyEditability(int row);
+  void ColumnRenamed(int row);
+  bool ValidateColumnNames();
+  QStringList DroppedColumns() const;
+  QString QueryText() const;
   void PublishColumnNames();
   QStringList ColumnNames() const;
 

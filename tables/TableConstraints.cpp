@@ -6,8 +6,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <exception>
-#include <functional>
+#include <algorithm>
 
 #include "plugin/KelForms.h"
 #include "plugin/KelQuery.h"
@@ -50,6 +49,9 @@ struct TConstraint {
   bool TakesColumns() const {
     return Type() == kPrimary || Type() == kUnique || Type() == kForeign;
   }
+  // A primary key left without columns (its last Primary Key cell cleared, its columns
+  // dropped) is no key: it is never written as "PRIMARY KEY()".
+  bool IsEmptyKey() const { return Type() == kPrimary && Columns.isEmpty(); }
 };
 
 // The pairs of every constraint number, in table order: one pass over the table.
@@ -154,17 +156,6 @@ QString Field(const TKelQuery& query, const char* column) {
 bool OwnedBy(const TKelQuery& query, const QString& owner) {
   return !query.HasField(QStringLiteral("OWNER")) ||
          Trim(query.FieldByName(QStringLiteral("OWNER"))) == owner;
-}
-
-// Runs a handler that reads the catalog; a failure is reported by the host, not thrown into
-// the event loop.
-void Guarded(const std::function<void()>& fn) {
-  try {
-    fn();
-  } catch (const std::exception& e) {
-    if (Application())
-      Application()->esMsgBox(QString::fromUtf8(e.what()), TMsgDlgType::Error, false);
-  }
 }
 
 QToolButton* ToolButton(QToolBar* bar, const char* name, const char* caption) {
@@ -417,9 +408,7 @@ TTableConstraintPage::TTableConstraintPage(QWidget* sheet) : QWidget(sheet), d(n
           &P::ConstConditionTreeListEditValueChanged);
 }
 
-TTableConstraintPage::~TTableConstraintPage() {
-  delete d;
-}
+TTableConstraintPage::~TTableConstraintPage() = default;
 
 TKelTreeList* TTableConstraintPage::ConstTreeList() const {
   return d->ConstTreeList;
@@ -512,7 +501,7 @@ void TTableConstraintPage::ConstConditionTreeListEditValueChanged(int row, int c
 }
 
 void TTableConstraintPage::ConstTreeListFocusedNodeChanged(int row) {
-  Guarded([&] {
+  RunGuarded([&] {
     ConstTreeListColumn1PropertiesPopup();
     d->FillReferenceLists(row);
     d->RefreshConditions();
@@ -554,7 +543,7 @@ void TTableConstraintPage::TPrivate::ApplyTypeChange(int row) {
 }
 
 void TTableConstraintPage::ConstTreeListEditValueChanged(int row, int column) {
-  Guarded([&] {
+  RunGuarded([&] {
     switch (column) {
       case ccType: {
         const int idx = d->Idx(row);
@@ -718,7 +707,7 @@ QString TTableConstraintPage::CreateClauses() const {
   QString text;
   for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
     const TConstraint c = d->Current(row, groups);
-    if (!c.Type().isEmpty()) text += CreateClause(c);
+    if (!c.Type().isEmpty() && !c.IsEmptyKey()) text += CreateClause(c);
   }
   return text;
 }
@@ -732,7 +721,7 @@ void AddConstraintStatement(TSqlMemo& memo, const QString& header, const TConstr
   if (c.Name().isEmpty()) {
     body = QStringLiteral("  ADD ");
   } else {
-    memo.Add(QStringLiteral("  ADD CONSTRAINT %1").arg(c.Name()));
+    memo.Add(QStringLiteral("  ADD CONSTRAINT ") + c.Name());
     body = QStringLiteral("  ");
   }
   body += KeyClause(c);
@@ -747,18 +736,81 @@ void AddConstraintStatement(TSqlMemo& memo, const QString& header, const TConstr
   memo.Add(body + StateClause(c) + u';' + CR);
 }
 
-void DropConstraintStatement(TSqlMemo& memo, const QString& header, const TConstraint& loaded) {
+// The drop the user asked for takes the foreign keys that reference the constraint with it
+// (CASCADE); the drop of a drop-and-add only does so when `cascade` says the user agreed.
+void DropConstraintStatement(TSqlMemo& memo, const QString& header, const TConstraint& loaded,
+                             bool cascade = true) {
+  const QString tail = cascade ? QStringLiteral(" CASCADE;") : QStringLiteral(";");
   memo.Add(header);
   if (loaded.Type() == kPrimary)
-    memo.Add(QStringLiteral("  DROP PRIMARY KEY CASCADE;"));
+    memo.Add(QStringLiteral("  DROP PRIMARY KEY") + tail);
   else
-    memo.Add(QStringLiteral("  DROP CONSTRAINT %1 CASCADE;").arg(loaded.Name()));
+    memo.Add(QStringLiteral("  DROP CONSTRAINT ") + loaded.Name() + tail);
+}
+
+// A foreign key of another table that references a key of this one, as loaded.
+struct TReferencingKey {
+  QString Owner, Table, Name, DeleteRule;
+  QStringList Columns;
+  bool Deferrable = false, Deferred = false, Disabled = false, Novalidate = false;
+  QString Qualified() const { return Owner + u'.' + Table + u'.' + Name; }
+};
+
+// The foreign keys that reference constraint `name` of `owner` (none for check constraints).
+QList<TReferencingKey> ReferencingKeys(TEsDBInfo* db, const QString& owner, const QString& name) {
+  QList<TReferencingKey> keys;
+  if (!db || name.isEmpty()) return keys;
+  TKelQuery q(db);
+  q.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_05"));
+  q.ParamByName(QStringLiteral("P_OWNER")) = owner;
+  q.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
+  q.Open();
+  for (; !q.Eof(); q.Next()) {
+    TReferencingKey k;
+    k.Owner = Trim(Field(q, "OWNER"));
+    k.Table = Trim(Field(q, "TABLE_NAME"));
+    k.Name = Trim(Field(q, "CONSTRAINT_NAME"));
+    k.DeleteRule = Trim(Field(q, "DELETE_RULE"));
+    k.Deferrable = Trim(Field(q, "DEFERRABLE")) == u"DEFERRABLE";
+    k.Deferred = Trim(Field(q, "DEFERRED")) == u"DEFERRED";
+    k.Disabled = Trim(Field(q, "STATUS")) == u"DISABLED";
+    k.Novalidate = Trim(Field(q, "VALIDATED")) == u"NOT VALIDATED";
+    keys << k;
+  }
+  TKelQuery columns(db);
+  columns.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_03"));
+  for (TReferencingKey& k : keys) {
+    columns.ParamByName(QStringLiteral("P_CONSTRAINT")) = k.Name;
+    columns.Open();
+    for (; !columns.Eof(); columns.Next())
+      if (OwnedBy(columns, k.Owner)) k.Columns << Trim(Field(columns, "COLUMN_NAME"));
+  }
+  return keys;
+}
+
+// Creates a referencing foreign key again, on the key as it now is.
+void ReAddReferencingKey(TSqlMemo& memo, const TReferencingKey& k, const QString& schema,
+                         const QString& table, const QStringList& keyColumns) {
+  memo.Add(QStringLiteral("ALTER TABLE ") + k.Owner + u'.' + k.Table);
+  memo.Add(QStringLiteral("  ADD CONSTRAINT ") + k.Name);
+  QString body = QStringLiteral("  FOREIGN KEY(") + k.Columns.join(u',') + u')' + QString(CR) +
+                 QStringLiteral("   REFERENCES ") + schema + u'.' + table + QStringLiteral("  (") +
+                 keyColumns.join(u',') + u')';
+  if (k.DeleteRule == u"CASCADE") body += QString(CR) + QStringLiteral("   ON DELETE CASCADE");
+  if (k.DeleteRule == u"SET NULL") body += QString(CR) + QStringLiteral("   ON DELETE SET NULL");
+  if (k.Deferrable) body += QStringLiteral(" DEFERRABLE");
+  if (k.Deferred) body += QStringLiteral(" INITIALLY DEFERRED");
+  if (k.Disabled)
+    body += k.Novalidate ? QStringLiteral(" DISABLE") : QStringLiteral(" DISABLE VALIDATE");
+  else if (k.Novalidate)
+    body += QStringLiteral(" NOVALIDATE");
+  memo.Add(body + u';' + CR);
 }
 
 void ModifyConstraintStatement(TSqlMemo& memo, const QString& header, const QString& name,
                                const QString& change) {
   memo.Add(header);
-  memo.Add(QStringLiteral("  MODIFY CONSTRAINT %1").arg(name));
+  memo.Add(QStringLiteral("  MODIFY CONSTRAINT ") + name);
   memo.Add(QStringLiteral("  ") + change);
 }
 
@@ -766,7 +818,15 @@ void ModifyConstraintStatement(TSqlMemo& memo, const QString& header, const QStr
 
 void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& schema,
                                               const QString& table) const {
-  const QString header = QStringLiteral("ALTER TABLE %1.%2").arg(schema, table);
+  AlterConstraintSql(memo, schema, table, {});
+}
+
+void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& schema,
+                                              const QString& table,
+                                              const QStringList& droppedColumns) const {
+  const QString header = QStringLiteral("ALTER TABLE ") + schema + u'.' + table;
+  QList<TReferencingKey> reAdd;     // foreign keys to create again once their key is back
+  QHash<int, QStringList> reAddOn;  // constraint number -> names of the keys waiting for it
   const auto groups = GroupByIdx(d->ConsDefTbl);
   const auto loadedGroups = GroupByIdx(d->BakConsDefTbl);
   QHash<int, int> rowOfIdx;
@@ -780,14 +840,46 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
     const int idx = cells.value(ccIdx).toInt();
     FillColumns(before, loadedGroups.value(idx));
     const auto found = rowOfIdx.constFind(idx);
+    // A constraint on a dropped column goes with the column (DROP ... CASCADE CONSTRAINTS):
+    // no statement of its own; what is left of it, if anything, is added below.
+    const bool goneWithColumn =
+        std::any_of(before.Columns.begin(), before.Columns.end(),
+                    [&](const QString& column) { return droppedColumns.contains(column); });
     if (found == rowOfIdx.constEnd()) {
-      DropConstraintStatement(memo, header, before);
+      if (!goneWithColumn) DropConstraintStatement(memo, header, before);
       continue;
     }
     const TConstraint now = d->Current(*found, groups);
-    // A new definition replaces the constraint: dropped here, added with the new ones below.
-    if (DefinitionChanged(before, now)) {
+    if (goneWithColumn) continue;
+    // An emptied primary key is a drop the user asked for.
+    if (now.IsEmptyKey()) {
       DropConstraintStatement(memo, header, before);
+      continue;
+    }
+    // A new definition replaces the constraint: dropped here, added with the new ones below.
+    // Foreign keys of other tables that reference it would go with it: only with the user's
+    // consent, and then they are created again after the add.
+    if (DefinitionChanged(before, now)) {
+      const QList<TReferencingKey> referencing =
+          before.Type() == kPrimary || before.Type() == kUnique
+              ? ReferencingKeys(d->Connection(), schema, before.Name())
+              : QList<TReferencingKey>();
+      if (!referencing.isEmpty()) {
+        QStringList names;
+        for (const TReferencingKey& k : referencing) names << k.Qualified();
+        const int answer = Application() ? Application()->esMsgDBox(
+                                               QStringLiteral("CreateTableFrm.ReferencedKey"),
+                                               {before.Name(), names.join(QStringLiteral(", "))},
+                                               TMsgDlgType::Confirmation, false)
+                                         : int(mrNo);
+        if (answer != mrYes) {
+          loadedKept.insert(idx);  // nothing is built for this change
+          continue;
+        }
+        for (const TReferencingKey& k : referencing) reAddOn[idx] << k.Name;
+        reAdd << referencing;
+      }
+      DropConstraintStatement(memo, header, before, !referencing.isEmpty());
       continue;
     }
     loadedKept.insert(idx);
@@ -821,10 +913,45 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
   }
 
   for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
-    if (loadedKept.contains(d->Idx(row))) continue;
+    const int idx = d->Idx(row);
+    if (loadedKept.contains(idx)) continue;
     const TConstraint c = d->Current(row, groups);
-    if (!c.Type().isEmpty()) AddConstraintStatement(memo, header, c);
+    if (c.Type().isEmpty() || c.IsEmptyKey()) continue;
+    AddConstraintStatement(memo, header, c);
+    for (const TReferencingKey& k : reAdd)
+      if (reAddOn.value(idx).contains(k.Name))
+        ReAddReferencingKey(memo, k, schema, table, c.Columns);
   }
+}
+
+void TTableConstraintPage::TableColumnRenamed(const QString& from, const QString& to) {
+  const QString name = Trim(from);
+  for (TConsDef& def : d->ConsDefTbl)
+    if (Trim(def.TblCol) == name) def.TblCol = Trim(to);
+  d->RefreshConditions();
+}
+
+void TTableConstraintPage::TableColumnDropped(const QString& column) {
+  const QString name = Trim(column);
+  d->ConsDefTbl.removeIf([&](const TConsDef& def) { return Trim(def.TblCol) == name; });
+  d->RefreshConditions();
+}
+
+bool TTableConstraintPage::ValidateNames(TKelBaseFrm& form) const {
+  QHash<int, QString> loadedName;
+  for (int b = 0; b < d->BakConstTreeList->RowCount(); ++b)
+    loadedName.insert(d->BakConstTreeList->Cell(b, ccIdx).toInt(),
+                      Trim(d->BakConstTreeList->Cell(b, ccName)));
+  TKelTreeList* list = d->ConstTreeList;
+  for (int row = 0; row < list->RowCount(); ++row) {
+    const QString name = Trim(list->Cell(row, ccName));
+    if (d->Type(row).isEmpty() || name.isEmpty()) continue;
+    const auto loaded = loadedName.constFind(d->Idx(row));
+    if (loaded != loadedName.constEnd() && *loaded == name) continue;  // as the database has it
+    list->setCurrentItem(list->topLevelItem(row), ccName);
+    if (!form.CheckName(list->Column(ccName).Caption, list, name)) return false;
+  }
+  return true;
 }
 
 }  // namespace kel

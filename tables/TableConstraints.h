@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QStringList>
 #include <QWidget>
+#include <memory>
 
 #include "plugin/KelHost.h"
 #include "plugin/KelText.h"
@@ -12,6 +13,7 @@
 namespace kel {
 
 class TKelTreeList;
+class TKelBaseFrm;
 
 class TTableConstraintPage : public QWidget {
   Q_OBJECT
@@ -39,6 +41,17 @@ class TTableConstraintPage : public QWidget {
   QString CreateClauses() const;
   // ALTER TABLE statements for the changes since loading, appended to `memo`.
   void AlterConstraintSql(TSqlMemo& memo, const QString& schema, const QString& table) const;
+  // The same with the loaded columns this alter drops: constraints on them go with the column
+  // drop and get no statement of their own.
+  void AlterConstraintSql(TSqlMemo& memo, const QString& schema, const QString& table,
+                          const QStringList& droppedColumns) const;
+
+  // A column of the table was renamed or dropped in the column list: its pairs follow the
+  // column (new name) or leave every constraint.
+  void TableColumnRenamed(const QString& from, const QString& to);
+  void TableColumnDropped(const QString& column);
+  // Every constraint name typed or changed here passes the form's name check.
+  bool ValidateNames(TKelBaseFrm& form) const;
 
   TKelTreeList* ConstTreeList() const;
   TKelTreeList* ConstConditionTreeList() const;
@@ -90,7 +103,7 @@ class TTableConstraintPage : public QWidget {
 
  private:
   struct TPrivate;
-  TPrivate* d;
+  std::unique_ptr<TPrivate> d;
 };
 
 }  // namespace kel

@@ -305,9 +305,7 @@ TTableStorage::TTableStorage(QWidget* storageSheet, QWidget* optionSheet)
   connect(d->IgnoreChk, &QAbstractButton::toggled, this, &TTableStorage::IgnoreChkClick);
 }
 
-TTableStorage::~TTableStorage() {
-  delete d;
-}
+TTableStorage::~TTableStorage() = default;
 
 // ---------------------------------------------------------------------------------------------
 // Input rules.
@@ -321,15 +319,16 @@ namespace {
 // Checks the edit's whole-number value against [min, max] as it is left: a value out of range
 // shows `key`, a text that is no 32-bit integer shows the conversion error; either way the edit
 // gets the focus back and keeps its text.
-void ExitCheck(QLineEdit* edit, bool& busy, int min, int max, const char* key) {
+bool ExitCheck(QLineEdit* edit, bool& busy, int min, int max, const char* key) {
   const QString value = Trim(edit->text());
-  if (busy || value.isEmpty() || !Application()) return;
+  if (busy || value.isEmpty()) return true;
   bool ok = false;
   const int n = value.toInt(&ok);
-  if (ok && n >= min && n <= max) return;
+  if (ok && n >= min && n <= max) return true;
+  if (!Application()) return false;
   busy = true;
   if (!ok)
-    Application()->esMsgBox(QStringLiteral("'%1' is not a valid integer value").arg(value),
+    Application()->esMsgBox(u'\'' + value + QStringLiteral("' is not a valid integer value"),
                             TMsgDlgType::Error, false);
   else
     Application()->esMsgDBox(QString::fromLatin1(key), TMsgDlgType::Warning, TMsgDlgButtons::Ok,
@@ -338,6 +337,7 @@ void ExitCheck(QLineEdit* edit, bool& busy, int min, int max, const char* key) {
   // The focus is still on its way to the next control (or page); send it back, page and all,
   // once that is done.
   QTimer::singleShot(0, edit, [edit] { FocusControl(edit); });
+  return false;
 }
 
 }  // namespace
@@ -352,6 +352,24 @@ void TTableStorage::PctIncreaseEdExit(QLineEdit* edit) {
 
 void TTableStorage::InitTransEdExit(QLineEdit* edit) {
   ExitCheck(edit, d->InExitCheck, 0, 255, "InsertNumber255Msg");
+}
+
+bool TTableStorage::ExitChecksPass() {
+  constexpr int kMax = std::numeric_limits<int>::max();
+  const struct {
+    QLineEdit* Edit;
+    int Max;
+    const char* Key;
+  } checks[] = {
+      {d->InitialExtentEd, kMax, "InsertInteger"},   {d->NextExtentEd, kMax, "InsertInteger"},
+      {d->PctIncreaseEd, 100, "InsertNumber100Msg"}, {d->MinExtentsEd, kMax, "InsertInteger"},
+      {d->MaxExtentsEd, kMax, "InsertInteger"},      {d->InitTransEd, 255, "InsertNumber255Msg"},
+      {d->MaxTransEd, 255, "InsertNumber255Msg"},    {d->FreeListEd, kMax, "InsertInteger"},
+      {d->FreeListGroupsEd, kMax, "InsertInteger"},  {d->ValueEd, kMax, "InsertInteger"},
+  };
+  for (const auto& check : checks)
+    if (!ExitCheck(check.Edit, d->InExitCheck, 0, check.Max, check.Key)) return false;
+  return true;
 }
 
 void TTableStorage::MaxExtentsChkClick() {
@@ -389,7 +407,7 @@ QString TTableStorage::BytesToKilobytes(const QString& bytes) {
   bool ok = false;
   const qlonglong n = text.toLongLong(&ok);
   if (!ok || n < 0) return text;  // nothing or no number: shown as it came
-  return QString::number((n + 1023) / 1024);
+  return QString::number(n / 1024 + (n % 1024 != 0 ? 1 : 0));  // rounded up, no overflow
 }
 
 void TTableStorage::Load(const TTableAttributes& loaded) {

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <memory>
 
 class QKeyEvent;
 class QLineEdit;
@@ -44,6 +45,9 @@ class TTableStorage : public QObject {
   void InitialExtentEdExit(QLineEdit* edit);
   void PctIncreaseEdExit(QLineEdit* edit);
   void InitTransEdExit(QLineEdit* edit);
+  // The exit checks of every edit, in page order, as OK and View SQL run them before building:
+  // false (message shown, the edit focused) at the first value an exit would refuse.
+  bool ExitChecksPass();
   // Enabling rules of the check boxes and radio buttons.
   void MaxExtentsChkClick();
   void ParallelChkClick();
@@ -53,7 +57,7 @@ class TTableStorage : public QObject {
 
  private:
   struct TPrivate;
-  TPrivate* d;
+  std::unique_ptr<TPrivate> d;
 };
 
 }  // namespace kel

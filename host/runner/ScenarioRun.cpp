@@ -245,7 +245,7 @@ void TRun::Tick() {
   if (!step.isObject()) why = QStringLiteral("a step must be an object");
   const QString text =
       QString::fromUtf8(QJsonDocument(step.toObject()).toJson(QJsonDocument::Compact));
-  Fail(QStringLiteral("step %1 %2: %3").arg(index + 1).arg(text, why));
+  Fail(QStringLiteral("step %1 %2: %3").arg(QString::number(index + 1), text, why));
 }
 
 void TRun::Fail(const QString& why) {

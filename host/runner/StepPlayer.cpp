@@ -21,6 +21,8 @@
 #include <QTabWidget>
 #include <QTextEdit>
 #include <QTreeWidget>
+#include <cmath>
+#include <limits>
 #include <stdexcept>
 
 #include "host/runner/TreeListAccess.h"
@@ -111,7 +113,8 @@ QString TextOf(const QJsonValue& v) {
   if (v.isBool()) return v.toBool() ? QStringLiteral("True") : QStringLiteral("False");
   if (v.isDouble()) {
     const double d = v.toDouble();
-    return d == double(qint64(d)) ? QString::number(qint64(d)) : QString::number(d);
+    const bool whole = std::isfinite(d) && d == std::floor(d) && std::fabs(d) < 9.0e15;
+    return whole ? QString::number(qint64(d)) : QString::number(d);
   }
   return v.toString();
 }
@@ -123,11 +126,23 @@ QString RequiredText(const QJsonObject& step, const char* key) {
   return TextOf(v);
 }
 
+// A JSON number as an int: whole and within the int range, checked before any conversion.
+bool WholeInt(const QJsonValue& v, int* out) {
+  if (!v.isDouble()) return false;
+  const double d = v.toDouble();
+  if (!std::isfinite(d) || d != std::floor(d) || d < std::numeric_limits<int>::min() ||
+      d > std::numeric_limits<int>::max())
+    return false;
+  *out = int(d);
+  return true;
+}
+
 int RequiredInt(const QJsonObject& step, const char* key) {
-  const QJsonValue v = step.value(QLatin1String(key));
-  if (!v.isDouble() || v.toDouble() != double(int(v.toDouble())))
-    Refuse(QStringLiteral("the step needs a whole number \"%1\"").arg(QLatin1String(key)));
-  return v.toInt();
+  int n = 0;
+  if (!WholeInt(step.value(QLatin1String(key)), &n))
+    Refuse(QStringLiteral("the step needs a whole number \"%1\" within the int range")
+               .arg(QLatin1String(key)));
+  return n;
 }
 
 QList<int> RequiredInts(const QJsonObject& step, const char* key) {
@@ -136,9 +151,11 @@ QList<int> RequiredInts(const QJsonObject& step, const char* key) {
     Refuse(QStringLiteral("the step needs a list of numbers \"%1\"").arg(QLatin1String(key)));
   QList<int> out;
   for (const QJsonValue& x : v.toArray()) {
-    if (!x.isDouble())
-      Refuse(QStringLiteral("\"%1\" holds something other than a number").arg(QLatin1String(key)));
-    out << x.toInt();
+    int n = 0;
+    if (!WholeInt(x, &n))
+      Refuse(QStringLiteral("\"%1\" holds something other than a whole number within the int range")
+                 .arg(QLatin1String(key)));
+    out << n;
   }
   return out;
 }
@@ -210,6 +227,8 @@ QString TextOfKey(int key, Qt::KeyboardModifiers modifiers) {
       return QStringLiteral("\t");
     case Qt::Key_Backspace:
       return QStringLiteral("\b");
+    case Qt::Key_Delete:
+      return QString(QChar(0x7f));  // what X11 desktops send with Delete
     default:
       break;
   }
@@ -361,9 +380,17 @@ class TStep {
     const QString text = RequiredText(S, "text");
     RequireUsable(w);
     Focus(w);
-    for (const QChar c : text) {
+    // One key per code point: a character outside the Basic Multilingual Plane is one key
+    // whose text is its surrogate pair.
+    for (qsizetype i = 0; i < text.size(); ++i) {
+      const QChar c = text.at(i);
+      QString chars(c);
+      if (c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate())
+        chars += text.at(++i);
       QWidget* to = QApplication::focusWidget() ? QApplication::focusWidget() : w;
-      SendKey(to, KeyOfChar(c), c.isUpper() ? Qt::ShiftModifier : Qt::NoModifier, QString(c));
+      const int key = chars.size() == 1 ? KeyOfChar(c) : int(Qt::Key_unknown);
+      const bool upper = chars.size() == 1 && c.isUpper();
+      SendKey(to, key, upper ? Qt::ShiftModifier : Qt::NoModifier, chars);
       QApplication::processEvents();
     }
   }
@@ -412,9 +439,8 @@ class TStep {
         index = RequiredInt(S, "index");
         if (index < 0 || index >= combo->count())
           Refuse(QStringLiteral("%1 has %2 items, no index %3")
-                     .arg(Quoted(w->objectName()))
-                     .arg(combo->count())
-                     .arg(index));
+                     .arg(Quoted(w->objectName()), QString::number(combo->count()),
+                          QString::number(index)));
       }
       Focus(combo);
       combo->setCurrentIndex(index);
@@ -434,7 +460,8 @@ class TStep {
       } else {
         row = RequiredInt(S, "index");
         if (row < 0 || row >= list->count())
-          Refuse(QStringLiteral("%1 has no item %2").arg(Quoted(w->objectName())).arg(row));
+          Refuse(QStringLiteral("%1 has no item %2")
+                     .arg(Quoted(w->objectName()), QString::number(row)));
       }
       Focus(list);
       list->setCurrentRow(row);
@@ -463,9 +490,8 @@ class TStep {
         Refuse(Quoted(w->objectName()) + QStringLiteral(" holds no radio buttons"));
       if (index < 0 || index >= radios.size())
         Refuse(QStringLiteral("%1 has %2 items, no index %3")
-                   .arg(Quoted(w->objectName()))
-                   .arg(radios.size())
-                   .arg(index));
+                   .arg(Quoted(w->objectName()), QString::number(radios.size()),
+                        QString::number(index)));
       QRadioButton* radio = radios[index];
       RequireUsable(radio);
       ClickFocus(radio);
@@ -491,9 +517,7 @@ class TStep {
   static void RequireRow(QWidget* w, int row, int count) {
     if (row < 0 || row >= count)
       Refuse(QStringLiteral("%1 has %2 rows, no row %3")
-                 .arg(Quoted(w->objectName()))
-                 .arg(count)
-                 .arg(row));
+                 .arg(Quoted(w->objectName()), QString::number(count), QString::number(row)));
   }
 
   // "column": an index, or a column's name or caption.
@@ -511,9 +535,7 @@ class TStep {
     const int col = RequiredInt(S, "column");
     if (col < 0 || col >= tl.ColumnCount())
       Refuse(QStringLiteral("%1 has %2 columns, no column %3")
-                 .arg(listName)
-                 .arg(tl.ColumnCount())
-                 .arg(col));
+                 .arg(listName, QString::number(tl.ColumnCount()), QString::number(col)));
     return col;
   }
 
@@ -528,10 +550,8 @@ class TStep {
     QString why;
     if (!tl.EditCell(row, col, value, &why))
       Refuse(QStringLiteral("%1 refused %2 in row %3, column %4: %5")
-                 .arg(Quoted(tl.Tree()->objectName()), Quoted(value))
-                 .arg(row)
-                 .arg(col)
-                 .arg(why));
+                 .arg(Quoted(tl.Tree()->objectName()), Quoted(value), QString::number(row),
+                      QString::number(col), why));
   }
 
   void FocusRow() {
@@ -611,10 +631,8 @@ class TStep {
       const int count = item ? item->childCount() : tree->topLevelItemCount();
       if (i < 0 || i >= count)
         Refuse(QStringLiteral("%1: node %2 of the path has %3 children, no child %4")
-                   .arg(Quoted(tree->objectName()))
-                   .arg(depth)
-                   .arg(count)
-                   .arg(i));
+                   .arg(Quoted(tree->objectName()), QString::number(depth), QString::number(count),
+                        QString::number(i)));
       item = item ? item->child(i) : tree->topLevelItem(i);
       // Expanding may fill the node's children: expand each node of the path in turn.
       if (!item->isExpanded()) tree->expandItem(item);
@@ -628,12 +646,11 @@ class TStep {
     const int index = RequiredInt(S, "index");
     if (index < 0 || index >= tabs->count())
       Refuse(QStringLiteral("%1 has %2 pages, no page %3")
-                 .arg(Quoted(tabs->objectName()))
-                 .arg(tabs->count())
-                 .arg(index));
+                 .arg(Quoted(tabs->objectName()), QString::number(tabs->count()),
+                      QString::number(index)));
     if (!tabs->isTabEnabled(index))
-      Refuse(
-          QStringLiteral("page %1 of %2 is disabled").arg(index).arg(Quoted(tabs->objectName())));
+      Refuse(QStringLiteral("page %1 of %2 is disabled")
+                 .arg(QString::number(index), Quoted(tabs->objectName())));
     ClickFocus(tabs);
     tabs->setCurrentIndex(index);
   }

@@ -39,13 +39,13 @@ QString DefaultModule() {
 }
 
 bool ReadJson(const QString& file, QJsonObject* out) {
-  QFile f(file);
-  if (!f.open(QIODevice::ReadOnly)) {
-    Complain(QStringLiteral("cannot read %1: %2").arg(file, f.errorString()));
+  QByteArray text;
+  QString error;
+  if (!runner::ReadCapped(file, &text, &error)) {
+    Complain(error);
     return false;
   }
-  QString error;
-  *out = runner::ParseObject(f.readAll(), &error);
+  *out = runner::ParseObject(text, &error);
   if (!error.isEmpty()) {
     Complain(QStringLiteral("%1: %2").arg(file, error));
     return false;
@@ -86,13 +86,13 @@ int main(int argc, char** argv) {
     } else if (a == "--module") {
       options.Module = args[++i];
     } else if (a == "--timeout") {
-      bool ok = false;
-      const double seconds = args[++i].toDouble(&ok);
-      if (!ok || seconds <= 0) {
-        Complain("--timeout needs a number of seconds");
+      QString why;
+      const int ms = runner::TimeoutMs(args[++i], &why);
+      if (ms < 0) {
+        Complain(why);
         return 1;
       }
-      options.TimeoutMs = int(seconds * 1000);
+      options.TimeoutMs = ms;
     } else if (a == "--normalize") {
       normalizeFile = args[++i];
     } else if (a == "--help" || a == "-h") {

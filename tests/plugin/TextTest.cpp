@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QKeyEvent>
+
+#include "plugin/KelForms.h"
 #include "plugin/KelQuery.h"
 #include "plugin/KelText.h"
 
@@ -129,4 +132,21 @@ TEST(Query, BindsOnlyDeclaredParametersAndReadsFieldsCaseInsensitively) {
   EXPECT_TRUE(q.Eof());
   EXPECT_EQ(q.FieldByName("Missing"), "");
   EXPECT_THROW(q.LoadSQL("nope"), EKelError);
+}
+
+// Digits-only edits: editing keys pass (Delete carries U+007F on X11 desktops), characters that
+// arrive without a key of their own (pasted, key 0) only as digits.
+TEST(Text, DigitFilterLetsEditingKeysThroughButNoPastedControls) {
+  const auto nonDigit = [](int key, const QString& text) {
+    QKeyEvent e(QEvent::KeyPress, key, Qt::NoModifier, text);
+    return IsNonDigitKey(&e);
+  };
+  EXPECT_FALSE(nonDigit(Qt::Key_Delete, QString(QChar(0x7f))));
+  EXPECT_FALSE(nonDigit(Qt::Key_Backspace, "\b"));
+  EXPECT_FALSE(nonDigit(Qt::Key_7, "7"));
+  EXPECT_TRUE(nonDigit(Qt::Key_Minus, "-"));
+  EXPECT_TRUE(nonDigit(0, "\t"));
+  EXPECT_TRUE(nonDigit(0, QString(QChar(0))));
+  EXPECT_FALSE(nonDigit(0, "5"));
+  EXPECT_EQ(StripBannedControls(QString("a") + QChar(0) + "\tb\r\n" + QChar(0x7f)), "a\tb\r\n");
 }

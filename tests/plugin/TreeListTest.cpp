@@ -96,3 +96,42 @@ TEST_F(Grid, RowsAreAddedDeletedAndReadAsStrings) {
   list.SelectRows({0, 1});
   EXPECT_EQ(list.SelectedRows(), QList<int>({0, 1}));
 }
+
+// Passing through a cell with Enter commits nothing the user did not type: an empty spin cell
+// stays empty, a fixed drop-down keeps a loaded value its list does not offer.
+TEST_F(Grid, EnterThroughSpinAndDropDownCellsKeepsTheirValues) {
+  list.show();
+  QSignalSpy changed(&list, &TKelTreeList::EditValueChanged);
+  list.SetCell(0, 1, "TIMESTAMP(6)");
+  for (int col : {1, 3}) {
+    list.setCurrentItem(list.topLevelItem(0), col);
+    list.editItem(list.topLevelItem(0), col);
+    QWidget* editor = list.indexWidget(list.currentIndex());
+    ASSERT_NE(editor, nullptr) << col;
+    Key(editor, Qt::Key_Return);
+  }
+  EXPECT_EQ(list.Cell(0, 1), "TIMESTAMP(6)");
+  EXPECT_EQ(list.Cell(0, 3), "");
+  EXPECT_EQ(changed.count(), 0);
+  // An edit through the spin editor still takes a value within the range, "007" as 7.
+  QString why;
+  EXPECT_TRUE(list.EditCell(0, 3, "007", &why)) << why.toStdString();
+  EXPECT_EQ(list.Cell(0, 3), "7");
+  EXPECT_TRUE(list.EditCell(0, 3, "", &why));
+  EXPECT_EQ(list.Cell(0, 3), "");
+  // Text cells take no control characters but tab and line breaks.
+  EXPECT_TRUE(list.EditCell(0, 0, QString("A") + QChar(0) + "B" + QChar(0x1b), &why));
+  EXPECT_EQ(list.Cell(0, 0), "AB");
+}
+
+TEST_F(Grid, TabMovesToTheNextCellAsEnterDoes) {
+  list.show();
+  list.setFocus();
+  list.setCurrentItem(list.topLevelItem(0), 0);
+  Key(&list, Qt::Key_Tab);
+  EXPECT_EQ(list.currentColumn(), 1);  // the focus stays in the list
+  QWidget* editor = list.indexWidget(list.currentIndex());
+  ASSERT_NE(editor, nullptr);  // the drop-down is open for editing
+  Key(editor, Qt::Key_Tab);    // Size is read-only: on to Scale
+  EXPECT_EQ(list.currentColumn(), 3);
+}

@@ -232,3 +232,29 @@ TEST_F(TPlayerTest, TheActiveWindowIsTheInnermostModalOne) {
 }
 
 }  // namespace
+
+TEST_F(TPlayerTest, NumbersThatAreNoWholeIntAreRefusedWithTheReason) {
+  for (const char* step : {R"({"cell": "ColumnTL", "row": 1e300, "column": 0, "value": "A"})",
+                           R"({"cell": "ColumnTL", "row": 1.5, "column": 0, "value": "A"})",
+                           R"({"page": "MainPage", "index": -1e300})"}) {
+    EXPECT_FALSE(Play(step)) << step;
+    EXPECT_TRUE(Why.contains("whole number")) << Why.toStdString();
+  }
+  EXPECT_EQ(List->Cell(1, 0), "");
+}
+
+TEST_F(TPlayerTest, TypeSendsWholeCodePointsAndDeleteCarriesItsDesktopText) {
+  ASSERT_TRUE(Play(R"({"type": "NameEd", "text": "a\ud83d\ude00b"})")) << Why.toStdString();
+  EXPECT_EQ(NameEd->text(), QString::fromUtf8("a\xF0\x9F\x98\x80"
+                                              "b"));
+  QString seen;
+  kel::OnKeyPress(DigitsEd, [&](QKeyEvent* e) {
+    seen += e->text();
+    return false;
+  });
+  ASSERT_TRUE(Play(R"({"type": "DigitsEd", "text": "123"})"));
+  DigitsEd->setCursorPosition(0);
+  ASSERT_TRUE(Play(R"({"key": "Delete"})")) << Why.toStdString();
+  EXPECT_EQ(DigitsEd->text(), "23");
+  EXPECT_TRUE(seen.endsWith(QChar(0x7f)));
+}

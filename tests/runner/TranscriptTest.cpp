@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTemporaryDir>
 
 #include "host/runner/Transcript.h"
 
@@ -60,3 +62,38 @@ TEST(Transcript, ParseReportsWhereTheTextIsBroken) {
 }
 
 }  // namespace
+
+TEST(Transcript, LoneSurrogatesAndPairsAreWrittenExactly) {
+  const QString text = QString("a") + QChar(0xD800) + QString::fromUtf8("\xF0\x9F\x98\x80");
+  const QByteArray json = runner::CanonicalJson(QJsonObject{{"text", text}});
+  EXPECT_TRUE(json.contains("\\ud800")) << json.toStdString();
+  EXPECT_TRUE(json.contains("\xF0\x9F\x98\x80"));
+  QString error;
+  EXPECT_EQ(runner::ParseObject(json, &error).value("text").toString(), text);
+}
+
+TEST(Transcript, TimeoutsAreCheckedBeforeTheyAreConverted) {
+  QString why;
+  EXPECT_EQ(runner::TimeoutMs("1.5", &why), 1500);
+  for (const char* bad : {"2147483", "1e300", "0", "-3", "nan", "inf", "ten"}) {
+    why.clear();
+    EXPECT_EQ(runner::TimeoutMs(bad, &why), -1) << bad;
+    EXPECT_TRUE(why.startsWith("--timeout takes")) << why.toStdString();
+  }
+}
+
+TEST(Transcript, ScenarioFilesAreReadUpTo16MiBOnly) {
+  QTemporaryDir dir;
+  QFile big(dir.filePath("big.json"));
+  ASSERT_TRUE(big.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(big.resize(runner::kMaxScenarioBytes + 1));
+  big.close();
+  QByteArray text;
+  QString why;
+  EXPECT_FALSE(runner::ReadCapped(big.fileName(), &text, &why));
+  EXPECT_TRUE(why.contains("larger than 16 MiB")) << why.toStdString();
+  EXPECT_FALSE(runner::ReadCapped("/dev/zero", &text, &why));
+  ASSERT_TRUE(big.resize(3));
+  EXPECT_TRUE(runner::ReadCapped(big.fileName(), &text, &why));
+  EXPECT_EQ(text.size(), 3);
+}

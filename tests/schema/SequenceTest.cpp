@@ -88,7 +88,7 @@ TEST(SpinEdit, AcceptsOnlySignedIntegersAndStepsBigValues) {
   EXPECT_EQ(spin.Text(), "100000000000000000000000000");
   QString unfinished = "-";
   spin.fixup(unfinished);
-  EXPECT_EQ(unfinished, "0");
+  EXPECT_EQ(unfinished, "");  // an unfinished entry never becomes a value
 }
 
 TEST_F(Sequence, CreateWithDefaultsOpensInAnyCaseAndExecutes) {
@@ -279,4 +279,95 @@ TEST(SequenceCatalog, AlterLoadsDemoSequences) {
             QStringList({"158812", "100000", "1", "999999", "", "X", "X", "-"}));
   EXPECT_EQ(recorder.Events().size(), 3);  // one catalog query per dialog
   SetApplication(nullptr);
+}
+
+// A name is one identifier: a second statement hidden in it never reaches the server.
+TEST_F(Sequence, ANameHoldingAStatementIsRefused) {
+  test::TTestHost host(test::Json(kFixture));
+  host.Open("SEQUENCE", nullptr, [](QWidget* form) {
+    Child<QLineEdit>(form, "SequenceNameEd")->setText("S1 NOCACHE;\nDROP TABLE HR.EMPLOYEES;");
+    Click(form, "OkBtn");
+    Click(form, "ViewSqlBtn");
+    EXPECT_EQ(form->focusWidget(), Child<QWidget>(form, "SequenceNameEd"));
+    form->close();
+  });
+  const auto messages = host.EventsOf("message");
+  ASSERT_EQ(messages.size(), 2);
+  EXPECT_EQ(messages[0].value("key").toString(), "Acm.Valid The");
+  EXPECT_EQ(messages[0].value("args").toArray().at(0).toString(), "Name");
+  EXPECT_TRUE(host.EventsOf("execute").isEmpty());
+  EXPECT_TRUE(host.EventsOf("preview").isEmpty());
+}
+
+TEST_F(Sequence, AVanishedSequenceGivesAMessageAndNoDialog) {
+  for (const char* row : {"", "{'Last Value': '', 'Min Value': '', 'Increment by': ''}"}) {
+    test::TTestHost host(test::Json((QString("{'connection': {'user': 'APP', 'users': ['APP']},"
+                                             " 'catalog': {'SchSequenceNrn.Info': [") +
+                                     row + "]}}")
+                                        .toUtf8()
+                                        .constData()));
+    TXLink link;
+    bool shown = false;
+    const int result = host.Open("SEQUENCE", AlterLink(link), [&](QWidget*) { shown = true; });
+    EXPECT_EQ(result, mrCancel) << row;
+    EXPECT_EQ(host.EventsOf("messageText").size(), 1) << row;
+    EXPECT_TRUE(host.EventsOf("execute").isEmpty());
+    EXPECT_TRUE(host.EventsOf("preview").isEmpty());
+  }
+}
+
+// Alter of a SYS sequence by a user who does not list SYS; flags read in any case; unticked
+// flags write their negative forms; an emptied spin edit passed through changes nothing.
+TEST_F(Sequence, AlterOfAnUnlistedOwnerWithLooseFlags) {
+  test::TTestHost host(test::Json(R"({
+    'connection': {'user': 'APP', 'users': ['APP']},
+    'catalog': {'SchSequenceNrn.Info': [{'Last Value': '1', 'Min Value': '1',
+        'Max Value': 'NONE', 'Increment by': '1', 'Cycle': ' yes ', 'Cache?': '0',
+        'Order': 'Yes'}]}
+  })"));
+  TXLink sys;
+  sys.SetVerb("Alter");
+  sys.AddParams("IsAlter", "True");
+  sys.AddParams("P_Schema", "SYS");
+  sys.AddParams("P_SequenceName", "S1");
+  host.Open("SEQUENCE", &sys, [](QWidget* form) {
+    EXPECT_EQ(Child<QComboBox>(form, "SchemaCmb")->currentText(), "SYS");
+    EXPECT_TRUE(Child<QCheckBox>(form, "CycleChk")->isChecked());
+    EXPECT_TRUE(Child<QCheckBox>(form, "OrderChk")->isChecked());
+    EXPECT_TRUE(Child<QCheckBox>(form, "NoCacheChk")->isChecked());
+    Click(form, "ViewSqlBtn");
+    Child<QCheckBox>(form, "CycleChk")->setChecked(false);
+    Child<QCheckBox>(form, "OrderChk")->setChecked(false);
+    Click(form, "ViewSqlBtn");
+  });
+  const auto previews = host.EventsOf("preview");
+  ASSERT_GE(previews.size(), 2);
+  EXPECT_EQ(previews.first().value("text").toString(), "ALTER SEQUENCE SYS.S1\r\n");
+  EXPECT_EQ(previews.last().value("text").toString(),
+            "ALTER SEQUENCE SYS.S1\r\nNOCYCLE \r\nNOORDER\r\n");
+}
+
+TEST(SpinEdit, AnEmptyEntryStaysEmptyAndRangesBound) {
+  TKelSpinEdit spin;
+  spin.SetText("");
+  QString text;
+  int pos = 0;
+  EXPECT_EQ(spin.validate(text, pos), QValidator::Acceptable);
+  spin.fixup(text);
+  EXPECT_EQ(text, "");
+  text = "-";
+  spin.fixup(text);
+  EXPECT_EQ(text, "");
+  spin.SetRange(-84, 127);
+  for (const char* ok : {"-84", "0", "127", ""}) {
+    text = ok;
+    EXPECT_EQ(spin.validate(text, pos), QValidator::Acceptable) << ok;
+  }
+  for (const char* bad : {"128", "-85", "99999999999999999999999"}) {
+    text = bad;
+    EXPECT_EQ(spin.validate(text, pos), QValidator::Invalid) << bad;
+  }
+  spin.SetText("127");
+  spin.stepBy(1);
+  EXPECT_EQ(spin.Text(), "127");
 }

@@ -64,6 +64,14 @@ TEST_F(ConstraintCatalog, QueriesReturnTheNamedColumns) {
   EXPECT_EQ(
       Column("CreateTableFrn.Constraint_03", {{"P_CONSTRAINT", "FK_EMP_MGR"}}, "R_COLUMN_NAME"),
       QStringList({"EMPNO"}));
+  // The foreign keys that would go with a dropped key: EMP's reference to DEPT's key.
+  EXPECT_TRUE(Column("CreateTableFrn.Constraint_05",
+                     {{"P_OWNER", "APP"}, {"P_CONSTRAINT", "PK_DEPT"}}, "CONSTRAINT_NAME")
+                  .contains("FK_EMP_DEPT"));
+  EXPECT_EQ(Column("CreateTableFrn.Constraint_05",
+                   {{"P_OWNER", "APP"}, {"P_CONSTRAINT", "PK_DEPT"}}, "TABLE_NAME")
+                .first(),
+            "EMP");
   EXPECT_EQ(Column("CreateTableFrn.Constraint_04", {{"P_OWNER", "APP"}, {"P_TABLE", "DEPT"}},
                    "COLUMN_NAME")
                 .first(),

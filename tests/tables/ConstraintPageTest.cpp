@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QJsonArray>
 #include <QLabel>
 #include <QSignalSpy>
 
@@ -55,7 +56,16 @@ const char* const kCatalog = R"({
        'rows': [{'COLUMN_NAME': 'MAIL', 'OWNER': 'APP'}, {'COLUMN_NAME': 'MAIL', 'OWNER': 'HR'},
                 {'COLUMN_NAME': 'ORG', 'OWNER': 'HR'}]},
       {'binds': {'P_CONSTRAINT': 'EMP_DEPT_FK'},
-       'rows': [{'COLUMN_NAME': 'DEPT_ID', 'R_COLUMN_NAME': 'ID', 'OWNER': 'HR'}]}],
+       'rows': [{'COLUMN_NAME': 'DEPT_ID', 'R_COLUMN_NAME': 'ID', 'OWNER': 'HR'}]},
+      {'binds': {'P_CONSTRAINT': 'ORD_EMP_FK'},
+       'rows': [{'COLUMN_NAME': 'EMP_MAIL', 'R_COLUMN_NAME': 'MAIL', 'OWNER': 'APP'},
+                {'COLUMN_NAME': 'EMP_ORG', 'R_COLUMN_NAME': 'ORG', 'OWNER': 'APP'}]}],
+    'CreateTableFrn.Constraint_05': [
+      {'binds': {'P_OWNER': 'HR', 'P_CONSTRAINT': 'EMP_MAIL_UK'},
+       'rows': [{'OWNER': 'APP', 'TABLE_NAME': 'ORD', 'CONSTRAINT_NAME': 'ORD_EMP_FK',
+                 'DELETE_RULE': 'SET NULL', 'DEFERRABLE': 'NOT DEFERRABLE',
+                 'DEFERRED': 'IMMEDIATE', 'STATUS': 'ENABLED', 'VALIDATED': 'VALIDATED'}]},
+      {'binds': {'P_OWNER': 'HR'}, 'rows': []}],
     'CreateTableFrn.Constraint_04': [
       {'binds': {'P_OWNER': 'HR', 'P_TABLE': 'DEPT'}, 'rows': [{'COLUMN_NAME': 'ID'},
                                                               {'COLUMN_NAME': 'NAME'}]}]
@@ -329,19 +339,90 @@ TEST_F(ConstraintPage, AlterAddsNewConstraintsNamedOrNot) {
 
 // A loaded constraint whose columns or condition change is dropped and added anew: the
 // database cannot change either in place.
+// The drop of a drop-and-add takes no foreign key of another table with it silently: without
+// referencing keys it has no CASCADE; with them the user is asked, naming them, and on Yes they
+// are created again after the add.
 TEST_F(ConstraintPage, AlterReplacesAConstraintWhoseDefinitionChanged) {
   LoadEmp();
-  List()->SetFocusedRow(1);
-  Pairs()->SetFocusedRow(1);
-  Page.DropCostraintConditionBtnClick();  // EMP_MAIL_UK on MAIL only
+  Edit(1, P::ccDeferrable, "False");  // EMP_MAIL_UK, referenced by APP.ORD.ORD_EMP_FK
+  Edit(1, P::ccDeferred, "False");
   Edit(3, P::ccCheck, "SAL >= 0");
   Edit(0, P::ccName, "EMP_PK");  // a rename alone stays a rename
   EXPECT_EQ(AlterLines(),
-            QStringList({"ALTER TABLE HR.EMP", "  RENAME CONSTRAINT SYS_C0011", "  TO EMP_PK ;",
-                         "ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_MAIL_UK CASCADE;",
-                         "ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_SAL_CK CASCADE;",
-                         "ALTER TABLE HR.EMP", "  ADD CONSTRAINT EMP_MAIL_UK",
-                         "  UNIQUE(MAIL) DEFERRABLE INITIALLY DEFERRED RELY DISABLE;" + CR1,
-                         "ALTER TABLE HR.EMP", "  ADD CONSTRAINT EMP_SAL_CK",
-                         "  CHECK(SAL >= 0);" + CR1}));
+            QStringList(
+                {"ALTER TABLE HR.EMP", "  RENAME CONSTRAINT SYS_C0011", "  TO EMP_PK ;",
+                 "ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_MAIL_UK CASCADE;",
+                 "ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_SAL_CK;", "ALTER TABLE HR.EMP",
+                 "  ADD CONSTRAINT EMP_MAIL_UK", "  UNIQUE(MAIL,ORG) RELY DISABLE;" + CR1,
+                 "ALTER TABLE APP.ORD", "  ADD CONSTRAINT ORD_EMP_FK",
+                 "  FOREIGN KEY(EMP_MAIL,EMP_ORG)" + CR1 + "   REFERENCES HR.EMP  (MAIL,ORG)" +
+                     CR1 + "   ON DELETE SET NULL;" + CR1,
+                 "ALTER TABLE HR.EMP", "  ADD CONSTRAINT EMP_SAL_CK", "  CHECK(SAL >= 0);" + CR1}));
+  const auto asked = Host.EventsOf("confirm");
+  ASSERT_EQ(asked.size(), 1);
+  EXPECT_EQ(asked[0].value("args").toArray().at(1).toString(), "APP.ORD.ORD_EMP_FK");
+}
+
+TEST(ConstraintPageAnswers, NoToTheReferencingKeysBuildsNothingForThatChange) {
+  const QByteArray fixture = QByteArray(kCatalog).replace(
+      "'catalog': {", "'answers': {'CreateTableFrm.ReferencedKey': 7}, 'catalog': {");
+  test::TTestHost host(test::Json(fixture.constData()));
+  QWidget sheet;
+  TTableConstraintPage page(&sheet);
+  page.LoadConstraints(host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL"});
+  QString why;
+  ASSERT_TRUE(page.ConstTreeList()->EditCell(1, P::ccDeferrable, "False", &why));
+  ASSERT_TRUE(page.ConstTreeList()->EditCell(1, P::ccName, "EMP_MAIL_UQ", &why));
+  TSqlMemo memo;
+  page.AlterConstraintSql(memo, "HR", "EMP");
+  EXPECT_EQ(memo.Lines(), QStringList());
+}
+
+// Keys left without columns: never "PRIMARY KEY()"; a loaded one emptied is dropped, one whose
+// column the alter drops goes with the column; pairs follow a renamed column.
+TEST_F(ConstraintPage, EmptiedKeysDroppedColumnsAndRenamedColumns) {
+  Page.PrimaryKeyColumnChanged("A", true);
+  Page.TableColumnRenamed("A", "ID");
+  EXPECT_EQ(Page.CreateClauses(), CR1 + "  CONSTRAINT PK_T PRIMARY KEY(ID),");
+  Page.PrimaryKeyColumnChanged("ID", false);
+  EXPECT_EQ(Page.CreateClauses(), "");
+
+  LoadEmp();
+  Page.PrimaryKeyColumnChanged("ID", false);
+  EXPECT_EQ(AlterLines(), QStringList({"ALTER TABLE HR.EMP", "  DROP PRIMARY KEY CASCADE;"}));
+  Page.PrimaryKeyColumnChanged("ID", true);
+  Page.TableColumnDropped("ID");
+  Page.TableColumnDropped("MAIL");
+  TSqlMemo memo;
+  Page.AlterConstraintSql(memo, "HR", "EMP", {"ID", "MAIL"});
+  EXPECT_EQ(memo.Lines(), QStringList({"ALTER TABLE HR.EMP", "  ADD CONSTRAINT EMP_MAIL_UK",
+                                       "  UNIQUE(ORG) DEFERRABLE INITIALLY DEFERRED RELY "
+                                       "DISABLE;" +
+                                           CR1}));
+}
+
+// PRIMARY is offered again once the primary row is gone; unnamed keys are added with "ADD".
+TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
+  LoadEmp();
+  List()->SetFocusedRow(1);
+  EXPECT_FALSE(List()->Column(P::ccType).Items.contains("PRIMARY"));
+  List()->SetFocusedRow(0);
+  Page.DropCostraintBtnClick();
+  List()->SetFocusedRow(0);
+  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  Page.AddCostraintBtnClick();
+  Edit(3, P::ccType, "PRIMARY");
+  Edit(3, P::ccName, "");
+  AddPair(3, "ID");
+  Page.AddCostraintBtnClick();
+  Edit(4, P::ccType, "FOREIGN");
+  Edit(4, P::ccName, "");
+  Edit(4, P::ccRefSchema, "HR");
+  Edit(4, P::ccRefTable, "DEPT");
+  AddPair(4, "DEPT_ID", "ID");
+  EXPECT_EQ(
+      AlterLines(),
+      QStringList({"ALTER TABLE HR.EMP", "  DROP PRIMARY KEY CASCADE;", "ALTER TABLE HR.EMP",
+                   "  ADD PRIMARY KEY(ID);" + CR1, "ALTER TABLE HR.EMP",
+                   "  ADD FOREIGN KEY(DEPT_ID)" + CR1 + "   REFERENCES HR.DEPT  (ID);" + CR1}));
 }

@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -15,6 +16,7 @@
 #include "plugin/KelEditor.h"
 #include "plugin/KelTreeList.h"
 #include "tables/CreateTableFrn.h"
+#include "tables/TableConstraints.h"
 #include "tests/support/TestHost.h"
 
 using namespace kel;
@@ -66,6 +68,10 @@ class TableDialog : public ::testing::Test {
       link.AddParams("P_Schema", "APP");
       link.AddParams("P_TableName", "T");
     }
+    if (!ChangeOwner.isEmpty()) {
+      link.SetVerb("ChangeOwner");
+      link.AddParams("ObjFrmOwner", ChangeOwner);
+    }
     Host->Open("TABLE", &link);
     const QList<QWidget*> windows = Host->Host().ChildWindows();
     ASSERT_FALSE(windows.isEmpty());
@@ -86,6 +92,14 @@ class TableDialog : public ::testing::Test {
     ASSERT_TRUE(List->EditCell(row, col, value, &why)) << why.toStdString();
   }
 
+  QStringList MessageArgs(const char* kind = "message") {
+    QStringList args;
+    for (const QJsonObject& e : Host->EventsOf(kind))
+      args << e.value("key").toString() + ":" + e.value("args").toArray().at(0).toString();
+    return args;
+  }
+
+  QString ChangeOwner;
   std::unique_ptr<test::TTestHost> Host;
   TCreateTableFrm* Form = nullptr;
   TKelTreeList* List = nullptr;
@@ -335,4 +349,142 @@ TEST_F(TableDialog, AnExitCheckFollowsAPageChangeButNotTheClose) {
   Form->close();
   QApplication::processEvents();
   EXPECT_TRUE(Host->EventsOf("message").isEmpty());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Names, validation and valid DDL.
+
+TEST_F(TableDialog, EveryNameIsCheckedAndANewTableNeedsANamedColumn) {
+  Open(false);
+  auto* ok = W<QPushButton>("OkBtn");
+  W<QLineEdit>("TableNameEd")->setText("T1; DROP TABLE X");
+  ok->click();
+  W<QLineEdit>("TableNameEd")->setText("T1");
+  ok->click();  // ten empty rows: no column at all
+  Edit(0, C::ccName, "A B");
+  ok->click();
+  Edit(0, C::ccName, "A");
+  Edit(0, C::ccType, "DATE");
+  Form->ConstraintPage()->AddCostraintBtnClick();
+  QString why;
+  ASSERT_TRUE(Form->ConstraintPage()->ConstTreeList()->EditCell(0, 1, "UQ X", &why));
+  ok->click();
+  EXPECT_EQ(MessageArgs(), QStringList({"Acm.Valid The:Table Name", "Acm.Check The:Define Columns",
+                                        "Acm.Valid The:Column", "Acm.Valid The:Name"}));
+  EXPECT_TRUE(Host->EventsOf("execute").isEmpty());
+}
+
+TEST_F(TableDialog, AQueryLosesItsSemicolonAndTypesClearWhatTheyDoNotTake) {
+  Open(false);
+  W<QLineEdit>("TableNameEd")->setText("T2");
+  W<QRadioButton>("DefineQueryRdo")->setChecked(true);
+  W<TKelEditor>("QueryEditor")->SetText("SELECT * FROM DUAL ; \n");
+  EXPECT_EQ(Form->BuildText(), "CREATE TABLE APP.T2\r\nAS\r\nSELECT * FROM DUAL;\r\r\n");
+  W<QRadioButton>("DefineColumnRdo")->setChecked(true);
+  Edit(0, C::ccName, "N");
+  Edit(0, C::ccType, "NUMBER");
+  Edit(0, C::ccPrec, "10");
+  Edit(0, C::ccScale, "2");
+  Edit(0, C::ccType, "VARCHAR2");  // a sized type: precision and scale go
+  EXPECT_EQ(List->RowCells(0).mid(2, 3), QStringList({"", "", ""}));
+  Edit(1, C::ccName, "M");
+  Edit(1, C::ccType, "CHAR");
+  List->SetFocusedRow(1);
+  W<QComboBox>("SchemaCmb");
+  for (const char* type : {"NCHAR", "NVARCHAR2"}) {
+    Form->ColumnTL()->SetColumnItems(C::ccType, {"CHAR", "DATE", "NCHAR", "NUMBER", "NVARCHAR2"});
+    Edit(1, C::ccType, type);
+    Edit(1, C::ccSize, "20");  // the national character types take a size
+    EXPECT_EQ(List->Cell(1, C::ccSize), "20") << type;
+  }
+}
+
+TEST_F(TableDialog, StorageExitChecksRunAgainBeforeOkAndViewSql) {
+  Open(false);
+  W<QLineEdit>("TableNameEd")->setText("T3");
+  Edit(0, C::ccName, "A");
+  Edit(0, C::ccType, "DATE");
+  W<QLineEdit>("PctIncreaseEd")->setText("101");
+  W<QPushButton>("OkBtn")->click();
+  W<QLineEdit>("PctIncreaseEd")->setText("");
+  W<QLineEdit>("MaxTransEd")->setText("300");
+  W<QPushButton>("ViewSqlBtn")->click();
+  QStringList keys;
+  for (const QJsonObject& e : Host->EventsOf("message")) keys << e.value("key").toString();
+  EXPECT_EQ(keys, QStringList({"InsertNumber100Msg", "InsertNumber255Msg"}));
+  EXPECT_TRUE(Host->EventsOf("execute").isEmpty());
+  EXPECT_TRUE(Host->EventsOf("preview").isEmpty());
+}
+
+TEST_F(TableDialog, TheSchemaListIsUpperCaseAndTakesAnUnlistedOwner) {
+  ChangeOwner = "scott";
+  Open(false);
+  auto* schema = W<QComboBox>("SchemaCmb");
+  EXPECT_EQ(schema->itemText(1), "HR");
+  EXPECT_EQ(schema->currentText(), "scott");
+  W<QLineEdit>("TableNameEd")->setText("T");
+  EXPECT_EQ(Form->BuildText().left(21), "CREATE TABLE scott.T;");
+}
+
+TEST_F(TableDialog, AlterWritesValidDefaultsAndRefusesAnEmptiedLoadedName) {
+  Open(true);
+  Edit(2, C::ccDefault, "");  // C: cleared
+  EXPECT_EQ(Form->BuildText(), "ALTER TABLE APP.T\rMODIFY (\r  C  DEFAULT NULL\r);\r\n");
+  Edit(2, C::ccDefault, "SYSDATE");
+  List->SetFocusedRow(0);
+  W<QToolButton>("DropFieldBtn")->click();  // A: three rows left, D's loaded position is gone
+  Edit(2, C::ccDefault, "'X'");             // D: the matched row's default is written
+  EXPECT_EQ(Form->BuildText(),
+            "ALTER TABLE APP.T\r DROP(A) CASCADE CONSTRAINTS;\r"
+            "ALTER TABLE APP.T\rMODIFY (\r  D  DEFAULT 'X'\r);\r\n");
+  Edit(0, C::ccName, " ");
+  W<QPushButton>("OkBtn")->click();
+  EXPECT_EQ(MessageArgs(), QStringList({"Acm.Check The:Column"}));
+  EXPECT_TRUE(Host->EventsOf("execute").isEmpty());
+}
+
+TEST_F(TableDialog, AVanishedTableGivesAMessageAndNoAlterDialog) {
+  for (const char* catalog : {"'catalog': {'SchTableNrn.Script': []}",
+                              "'catalog': {'SchTableNrn.Script': [{'Table Type': ''}],"
+                              " 'SchTableNrn.Column': [{'Column': 'A', 'Data Type': 'DATE'}]}"}) {
+    Open(true, catalog);
+    const QPointer<QWidget> form = Form;
+    QApplication::processEvents();
+    EXPECT_EQ(Host->EventsOf("messageText").size(), 1) << catalog;
+    EXPECT_TRUE(!form || !form->isVisible()) << catalog;
+  }
+}
+
+// A loaded primary key on A: dropping the column drops the key with it; unticking its only
+// column drops the key and adds nothing.
+TEST_F(TableDialog, DroppingOrUntickingTheKeyColumnNeverWritesAnEmptyKey) {
+  const QByteArray catalog =
+      QByteArray(kAlterCatalog)
+          .replace(" 'CreateTableFrn.TableComment'",
+                   " 'CreateTableFrn.Constraint_01': [{'Type': 'Primary Key', 'Constraint': 'T_PK',"
+                   "  'Status': 'ENABLED', 'Deferrable': 'NOT DEFERRABLE', 'Deferred': 'IMMEDIATE',"
+                   "  'Validated': 'VALIDATED'}],"
+                   " 'CreateTableFrn.Constraint_03': [{'COLUMN_NAME': 'A'}],"
+                   " 'CreateTableFrn.TableComment'");
+  Open(true, catalog.constData());
+  ASSERT_EQ(List->Cell(0, C::ccPk), "True");
+  Edit(0, C::ccPk, "False");
+  EXPECT_EQ(Trim(Form->BuildText()), "ALTER TABLE APP.T\r\n  DROP PRIMARY KEY CASCADE;");
+  Edit(0, C::ccPk, "True");
+  EXPECT_EQ(Trim(Form->BuildText()), "");
+  List->SetFocusedRow(0);
+  W<QToolButton>("DropFieldBtn")->click();
+  EXPECT_EQ(Trim(Form->BuildText()), "ALTER TABLE APP.T\r DROP(A) CASCADE CONSTRAINTS;");
+}
+
+TEST_F(TableDialog, KeyPairsFollowAColumnRename) {
+  Open(false);
+  W<QLineEdit>("TableNameEd")->setText("T4");
+  Edit(0, C::ccName, "A");
+  Edit(0, C::ccType, "DATE");
+  Edit(0, C::ccPk, "True");
+  Edit(0, C::ccName, "ID");
+  EXPECT_EQ(Form->BuildText(),
+            "CREATE TABLE APP.T4 \r\n(\r  ID DATE NOT NULL,\r  CONSTRAINT PK_T4 PRIMARY KEY(ID)\r);"
+            "\r\r\n");
 }

@@ -277,3 +277,34 @@ TEST_F(StoragePages, AlterParallelFromTheDefaultDegree) {
   Set("ValueEd", "2");
   EXPECT_EQ(Storage.OptionChanges(), "PARALLEL (DEGREE 2)" + CR1);
 }
+
+TEST(StorageSizes, TheLargestCatalogSizeConvertsWithoutOverflow) {
+  EXPECT_EQ(TTableStorage::BytesToKilobytes("9223372036854775807"), "9007199254740992");
+  EXPECT_EQ(TTableStorage::BytesToKilobytes("1025"), "2");
+  EXPECT_EQ(TTableStorage::BytesToKilobytes("65536"), "64");
+}
+
+// Each rule that writes text or refuses input, one check apiece: INITRANS in create mode, the
+// unit of an altered NEXT, a changed limited MAXEXTENTS, the exit checks of Init Trans and of
+// the parallel degree.
+TEST_F(StoragePages, EveryWritingAndRefusingRuleIsSeen) {
+  Set("InitTransEd", "3");
+  EXPECT_EQ(Storage.PhysicalFragment(), "INITRANS 3" + CR1);
+
+  Set("InitTransEd", "256");
+  Leave("InitTransEd");
+  Set("InitTransEd", "");
+  Set("ValueEd", "99999999999");
+  Leave("ValueEd");
+  EXPECT_EQ(MessageKeys(), QStringList({"InsertNumber255Msg"}));
+  ASSERT_EQ(Host.EventsOf("messageText").size(), 1);
+  EXPECT_FALSE(Storage.ExitChecksPass());  // the degree is still out of range
+  Set("ValueEd", "4");
+  EXPECT_TRUE(Storage.ExitChecksPass());
+
+  Storage.Load(LoadedRow());
+  Set("NextExtentEd", "2");
+  W<QComboBox>("NextExtentCmb")->setCurrentIndex(2);
+  Set("MaxExtentsEd", "200");
+  EXPECT_EQ(Storage.PhysicalChanges(), "STORAGE (  NEXT 2M" + CR1 + "  MAXEXTENTS 200" + CR1 + ")");
+}
