@@ -423,7 +423,7 @@ int TSqlConnection::ExecuteScript(const QString& script, QString* failedStatemen
         "INSERT INTO NOD_SCRIPT_LOG (RUN_AT, CONNECTION, STATEMENT) VALUES (?, ?, ?)"));
     q.addBindValue(QDateTime::currentDateTime().toString(Qt::ISODateWithMs));
     q.addBindValue(FName);
-    q.addBindValue(statement);
+    q.addBindValue(MaskPasswords(statement));
     if (!q.exec()) {
       if (failedStatement) *failedStatement = statement;
       if (error)
@@ -434,6 +434,28 @@ int TSqlConnection::ExecuteScript(const QString& script, QString* failedStatemen
   }
   db.commit();
   return 0;
+}
+
+QString MaskPasswords(const QString& statement) {
+  // A password is a double-quoted text, a single-quoted hash (IDENTIFIED BY VALUES) or a word.
+  static const QRegularExpression kPassword(
+      QStringLiteral(
+          R"re(\b(IDENTIFIED\s+BY\s+(?:VALUES\s+)?)("[^"]*"?|'[^']*'?|[^\s;]+)(\s+REPLACE\s+("[^"]*"?|[^\s;]+))?)re"),
+      QRegularExpression::CaseInsensitiveOption);
+  static const QString kMask = QStringLiteral("********");
+  QString out;
+  qsizetype last = 0;
+  for (const QRegularExpressionMatch& m : kPassword.globalMatch(statement)) {
+    out += QStringView(statement).mid(last, m.capturedStart(2) - last);
+    out += kMask;
+    if (m.capturedLength(3) > 0) {
+      out += QStringView(statement).mid(m.capturedEnd(2), m.capturedStart(4) - m.capturedEnd(2));
+      out += kMask;
+    }
+    last = m.capturedEnd(0);
+  }
+  out += QStringView(statement).mid(last);
+  return out;
 }
 
 QList<TScriptLogEntry> TSqlConnection::ScriptLog() const {

@@ -127,7 +127,9 @@ QJsonObject WidgetState(QWidget* w) {
   if (w->isWindow()) {
     state.insert("caption", w->windowTitle());
   } else if (auto* edit = qobject_cast<QLineEdit*>(w)) {
-    state.insert("text", edit->text());
+    // A masked edit (a password) shows its mask characters, never its text.
+    state.insert("text",
+                 edit->echoMode() == QLineEdit::Normal ? edit->text() : edit->displayText());
   } else if (auto* combo = qobject_cast<QComboBox*>(w)) {
     QStringList items;
     for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
