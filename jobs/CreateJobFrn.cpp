@@ -1,6 +1,7 @@
 #include "jobs/CreateJobFrn.h"
 
 #include <QDateTime>
+#include <QLocale>
 #include <QPointer>
 #include <QScopeGuard>
 
@@ -26,6 +27,8 @@ TCreateJobFrm::TCreateJobFrm(QWidget* owner) : TKelDllDBDlgFrm(owner), ui(new Ui
   SetIniSave(false);
   // Both pickers start at the current date and time; their display formats are fixed, so what
   // the user sees does not depend on the machine's locale.
+  ui->NextDateEd->setLocale(QLocale::c());
+  ui->NextTimeEd->setLocale(QLocale::c());
   const QDateTime now = QDateTime::currentDateTime();
   ui->NextDateEd->setDate(now.date());
   ui->NextTimeEd->setTime(QTime(now.time().hour(), now.time().minute(), now.time().second()));
