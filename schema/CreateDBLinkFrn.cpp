@@ -9,7 +9,8 @@ namespace kel {
 namespace {
 const QString kPublic = QStringLiteral("PUBLIC");
 
-// The catalog text of the link query with conditions appended on lines of their own.
+// The catalog text of the link query with conditions appended on lines of their own. The link
+// name is bound like the owner, so no typed text becomes part of the query.
 QString LinkSql(TEsDBInfo* db, const QString& conditions) {
   return db->GetSQL(QStringLiteral("SchemaFrn.DBLink")) + u'\n' + conditions;
 }
@@ -89,9 +90,10 @@ void TCreateDBLinkFrm::FillServices() {
 void TCreateDBLinkFrm::LoadDBLink() {
   setWindowTitle(QStringLiteral("Alter DB Link"));
   DBLinkQry.Close();
-  DBLinkQry.SetSQL(LinkSql(DBInfo(), QStringLiteral(" AND DB_LINK = '%1'\n AND OWNER = :P_SHEMA ")
-                                         .arg(QuoteSql(FDBLinkName.toUpper()))),
-                   QStringLiteral("SchemaFrn.DBLink"));
+  DBLinkQry.SetSQL(
+      LinkSql(DBInfo(), QStringLiteral(" AND DB_LINK = :P_DBLINK\n AND OWNER = :P_SHEMA ")),
+      QStringLiteral("SchemaFrn.DBLink"));
+  DBLinkQry.ParamByName(QStringLiteral("P_DBLINK")) = FDBLinkName.toUpper();
   DBLinkQry.ParamByName(QStringLiteral("P_SHEMA")) = FOwner;
   DBLinkQry.Open();
   if (DBLinkQry.Eof()) {
@@ -167,11 +169,9 @@ QString TCreateDBLinkFrm::PrivateOwner() const {
 
 bool TCreateDBLinkFrm::LinkExists(const QString& name, const QString& owner) {
   DBLinkQry.Close();
-  DBLinkQry.SetSQL(
-      LinkSql(
-          DBInfo(),
-          QStringLiteral("AND DB_LINK = '%1'\nAND OWNER = :P_OWN").arg(QuoteSql(name.toUpper()))),
-      QStringLiteral("SchemaFrn.DBLink"));
+  DBLinkQry.SetSQL(LinkSql(DBInfo(), QStringLiteral("AND DB_LINK = :P_DBLINK\nAND OWNER = :P_OWN")),
+                   QStringLiteral("SchemaFrn.DBLink"));
+  DBLinkQry.ParamByName(QStringLiteral("P_DBLINK")) = name.toUpper();
   DBLinkQry.ParamByName(QStringLiteral("P_OWN")) = owner;
   DBLinkQry.Open();
   const bool found = !DBLinkQry.Eof();

@@ -46,9 +46,9 @@ class DBLink : public ::testing::Test {
 const char* const kLinks = R"({
   'connection': {'user': 'APP', 'users': ['APP'], 'services': ['ORCL', 'SALESDB']},
   'catalog': {'SchemaFrn.DBLink': [
-    {'binds': {'P_SHEMA': 'APP'}, 'rows': [{'DB Link': 'SALESDB', 'Host': 'SALESDB',
+    {'binds': {'P_SHEMA': 'APP', 'P_DBLINK': 'SALESDB'}, 'rows': [{'DB Link': 'SALESDB', 'Host': 'SALESDB',
         'Owner': 'APP', 'User Name': 'SALES', 'Password': ''}]},
-    {'binds': {'P_OWN': 'APP'}, 'rows': [{'DB Link': 'ARCHIVE', 'Host': 'ORCL', 'Owner': 'APP',
+    {'binds': {'P_OWN': 'APP', 'P_DBLINK': 'ARCHIVE'}, 'rows': [{'DB Link': 'ARCHIVE', 'Host': 'ORCL', 'Owner': 'APP',
         'User Name': '', 'Password': ''}]}]},
   'answers': {'DBLinkCreateMsg': 7}
 })";
@@ -110,8 +110,8 @@ TEST_F(DBLink, RenamingAPrivateLinkDropsTheOldQuotedAndAnExistingNewOne) {
   EXPECT_EQ(result, mrOk);
   const auto queries = host.EventsOf("query");
   ASSERT_GE(queries.size(), 2);
-  EXPECT_EQ(queries[0].value("binds").toObject(), test::Json("{'P_SHEMA': 'APP'}"));
-  EXPECT_EQ(queries.last().value("binds").toObject(), test::Json("{'P_OWN': 'APP'}"));
+  EXPECT_EQ(queries[0].value("binds").toObject(), test::Json("{'P_SHEMA': 'APP', 'P_DBLINK': 'SALESDB'}"));
+  EXPECT_EQ(queries.last().value("binds").toObject(), test::Json("{'P_OWN': 'APP', 'P_DBLINK': 'ARCHIVE'}"));
   ASSERT_EQ(host.EventsOf("execute").size(), 1);
   EXPECT_EQ(host.EventsOf("execute")[0].value("text").toString(),
             "DROP DATABASE LINK \"salesdb\";\r\n"
@@ -128,7 +128,7 @@ TEST_F(DBLink, RenamingAPrivateLinkDropsTheOldQuotedAndAnExistingNewOne) {
 TEST_F(DBLink, CurrentUserClearsTheAccountAndAPublicLinkIsDroppedAsPublic) {
   test::TTestHost host(test::Json(R"({
     'connection': {'user': 'APP', 'users': ['APP'], 'publicLinks': true},
-    'catalog': {'SchemaFrn.DBLink': [{'binds': {'P_OWN': 'PUBLIC'}, 'rows': [{'DB Link': 'REP',
+    'catalog': {'SchemaFrn.DBLink': [{'binds': {'P_OWN': 'PUBLIC', 'P_DBLINK': 'REP'}, 'rows': [{'DB Link': 'REP',
         'Host': 'REP', 'Owner': 'PUBLIC', 'User Name': '', 'Password': ''}]}]}
   })"));
   host.Open("DBLINK", nullptr, [](QWidget* form) {
@@ -203,8 +203,9 @@ TEST_F(DBLink, AVanishedLinkGivesAMessageAndNoDialog) {
 TEST(DBLinkCatalog, LinkQueryTakesTheAppendedConditionsOnTheDemoDatabase) {
   TKelQuery q(test::DemoConnection());
   q.SetSQL(test::DemoConnection()->GetSQL("SchemaFrn.DBLink") +
-               "\n AND DB_LINK = 'REPORTING.EXAMPLE.COM'\n AND OWNER = :P_SHEMA ",
+               "\n AND DB_LINK = :P_DBLINK\n AND OWNER = :P_SHEMA ",
            "SchemaFrn.DBLink");
+  q.ParamByName("P_DBLINK") = "REPORTING.EXAMPLE.COM";
   q.ParamByName("P_SHEMA") = "PUBLIC";
   q.Open();
   ASSERT_FALSE(q.Eof());
