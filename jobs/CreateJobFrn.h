@@ -28,6 +28,10 @@ class TCreateJobFrm : public TKelDllDBDlgFrm {
   // Nothing in the module sets it.
   void SetChangeMode(bool on) { FChangeMode = on; }
 
+  // The call to run composed from the picker's choice: name, then the arguments as placeholders.
+  QString ComposeCall(const QString& kind, const QString& schema, const QString& object,
+                      const QString& subObject);
+
   // The interval expressions of the presets, by position.
   static const QStringList IntervalList;
 
@@ -42,9 +46,6 @@ class TCreateJobFrm : public TKelDllDBDlgFrm {
 
  private:
   void LoadJob();
-  // The call composed from the picker's choice: name, then the arguments as placeholders.
-  QString ComposeCall(const QString& kind, const QString& schema, const QString& object,
-                      const QString& subObject);
 
   // Fragments of the block.
   QString NextDateText() const;

@@ -81,6 +81,9 @@ void TCreateSynonymFrm::SetupLists() {
                   90});
   obj->setSelectionMode(QAbstractItemView::ExtendedSelection);
   obj->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  // One line of text per row: the view need not measure each row (a search may list tens of
+  // thousands of objects).
+  obj->setUniformRowHeights(true);
 
   TKelTreeList* syn = ui->SynTList;
   syn->AddColumn({QStringLiteral("SynTListSynonymName"),
@@ -138,6 +141,7 @@ void TCreateSynonymFrm::SetupLists() {
                   true,
                   80});
   syn->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  syn->setUniformRowHeights(true);
 }
 
 void TCreateSynonymFrm::InitLoad() {
@@ -178,13 +182,13 @@ void TCreateSynonymFrm::KelDllDBDlgFrmShow() {
 void TCreateSynonymFrm::UpdateState() {
   bool canAdd = false;
   if (ui->LocalRdo->isChecked()) {
-    canAdd = !ui->ObjTList->selectedItems().isEmpty();
+    canAdd = ui->ObjTList->selectionModel()->hasSelection();
   } else {
     canAdd = !Trim(ui->SynonymNameEd->text()).isEmpty() && ui->DBLinkCmb->currentIndex() >= 0 &&
              !Trim(ui->SchemaEd->text()).isEmpty() && !Trim(ui->ObjectEd->text()).isEmpty();
   }
   ui->RightBtn->setEnabled(canAdd);
-  ui->LeftBtn->setEnabled(!ui->SynTList->selectedItems().isEmpty());
+  ui->LeftBtn->setEnabled(ui->SynTList->selectionModel()->hasSelection());
 }
 
 void TCreateSynonymFrm::TypeRadioClick() {
