@@ -110,8 +110,10 @@ TEST_F(DBLink, RenamingAPrivateLinkDropsTheOldQuotedAndAnExistingNewOne) {
   EXPECT_EQ(result, mrOk);
   const auto queries = host.EventsOf("query");
   ASSERT_GE(queries.size(), 2);
-  EXPECT_EQ(queries[0].value("binds").toObject(), test::Json("{'P_SHEMA': 'APP', 'P_DBLINK': 'SALESDB'}"));
-  EXPECT_EQ(queries.last().value("binds").toObject(), test::Json("{'P_OWN': 'APP', 'P_DBLINK': 'ARCHIVE'}"));
+  EXPECT_EQ(queries[0].value("binds").toObject(),
+            test::Json("{'P_SHEMA': 'APP', 'P_DBLINK': 'SALESDB'}"));
+  EXPECT_EQ(queries.last().value("binds").toObject(),
+            test::Json("{'P_OWN': 'APP', 'P_DBLINK': 'ARCHIVE'}"));
   ASSERT_EQ(host.EventsOf("execute").size(), 1);
   EXPECT_EQ(host.EventsOf("execute")[0].value("text").toString(),
             "DROP DATABASE LINK \"salesdb\";\r\n"
