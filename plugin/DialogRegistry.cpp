@@ -1,4 +1,5 @@
 // Every dialog of the module, by object-type word.
+#include "jobs/CreateJobFrn.h"
 #include "plugin/Dispatch.h"
 #include "schema/CreateIndexFrn.h"
 #include "schema/CreateSequenceFrn.h"
@@ -9,6 +10,9 @@
 #include "security/CreateProfileFrn.h"
 #include "security/CreateRoleFrn.h"
 #include "security/CreateUserFrn.h"
+#include "schema/CreateDBLinkFrn.h"
+#include "schema/CreateSequenceFrn.h"
+#include "schema/CreateSynonymFrn.h"
 #include "tables/CreateTableFrn.h"
 #include "types/CreateCollectFrn.h"
 #include "types/CreateTypeFrn.h"
@@ -29,6 +33,9 @@ void RegisterDialogs() {
   RegisterOpenRoutine("USER", &OpenModal<TCreateUserFrm>);
   RegisterOpenRoutine("ROLE", &OpenModal<TCreateRoleFrm>);
   RegisterOpenRoutine("PROFILE", &OpenModal<TCreateProfileFrm>);
+  RegisterOpenRoutine("SYNONYM", &OpenModal<TCreateSynonymFrm>);
+  RegisterOpenRoutine("DBLINK", &OpenModal<TCreateDBLinkFrm>);
+  RegisterOpenRoutine("JOB", &OpenModal<TCreateJobFrm>);
 }
 
 }  // namespace kel

@@ -60,6 +60,8 @@ class TEsDBInfo {
       const = 0;                         // e.g. "Oracle9i Enterprise Edition Release 9.2.0.1.0"
   virtual bool PublicLinks() const = 0;  // may the user create public database links
   virtual bool OCIMode() const = 0;
+  // The service names (connect strings) the Oracle client knows, for database link targets.
+  virtual QStringList Services() { return {}; }
   // Catalog SQL stored under `key`; throws EKelError naming the key when there is none.
   virtual QString GetSQL(const QString& key) const = 0;
   // Runs catalog SQL on the connection's session. `key` names the text for hosts that answer

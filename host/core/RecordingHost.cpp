@@ -17,6 +17,7 @@ class TRecordingHost::TRecordingDBInfo : public kel::TEsDBInfo {
   QString ServerVersion() const override { return FC->ServerVersion(); }
   bool PublicLinks() const override { return FC->PublicLinks(); }
   bool OCIMode() const override { return FC->OCIMode(); }
+  QStringList Services() override { return FC->Services(); }
   QString GetSQL(const QString& key) const override { return FC->GetSQL(key); }
   kel::TQueryResult OpenQuery(const QString& key, const QString& sql,
                               const kel::TBindList& binds) override {

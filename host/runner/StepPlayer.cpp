@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QDialog>
 #include <QFile>
 #include <QGroupBox>
@@ -341,6 +342,8 @@ class TStep {
         Refuse(Quoted(w->objectName()) + QStringLiteral(" is not editable: choose with select"));
       Focus(combo);
       ReplaceLineText(combo->lineEdit(), text);
+    } else if (auto* picker = qobject_cast<QDateTimeEdit*>(w)) {
+      SetDateTime(picker, text);
     } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(w)) {
       if (spin->isReadOnly()) Refuse(Quoted(w->objectName()) + QStringLiteral(" is read-only"));
       auto* inner = spin->findChild<QLineEdit*>();
@@ -373,6 +376,33 @@ class TStep {
       Refuse(QStringLiteral("%1 (%2) has no text to set")
                  .arg(Quoted(w->objectName()), QLatin1String(w->metaObject()->className())));
     }
+  }
+
+  // A date picker takes "YYYY-MM-DD", a time picker "HH:MM:SS", whatever they display: the
+  // value a user would pick, independent of the locale's formats.
+  static void SetDateTime(QDateTimeEdit* picker, const QString& text) {
+    if (picker->isReadOnly())
+      Refuse(Quoted(picker->objectName()) + QStringLiteral(" is read-only"));
+    const bool time = qobject_cast<QTimeEdit*>(picker) != nullptr;
+    const bool date = qobject_cast<QDateEdit*>(picker) != nullptr;
+    if (!time && !date)
+      Refuse(Quoted(picker->objectName()) + QStringLiteral(" is neither a date nor a time picker"));
+    const QString format = time ? QStringLiteral("HH:mm:ss") : QStringLiteral("yyyy-MM-dd");
+    // Date and time apart: a local date-time may fall into a daylight-saving gap.
+    const QTime t = QTime::fromString(text, format);
+    const QDate d = QDate::fromString(text, format);
+    const bool fits = time
+                          ? t.isValid() && t >= picker->minimumTime() && t <= picker->maximumTime()
+                          : d.isValid() && d >= picker->minimumDate() && d <= picker->maximumDate();
+    if (!fits)
+      Refuse(QStringLiteral("%1 does not take %2 (%3)")
+                 .arg(Quoted(picker->objectName()), Quoted(text),
+                      time ? QStringLiteral("HH:MM:SS") : QStringLiteral("YYYY-MM-DD")));
+    Focus(picker);
+    if (time)
+      picker->setTime(t);
+    else
+      picker->setDate(d);
   }
 
   void Type() {

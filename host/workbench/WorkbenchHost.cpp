@@ -233,7 +233,11 @@ void TWorkbenchHost::esDBLinkTest(kel::TEsDBInfo*, const QString& linkName) {
       q.ParamByName(QStringLiteral("P_LINK")) = name.toUpper();
       q.Open();
       const QString text = q.Eof()
-                               ? QStringLiteral("There is no database link %1.").arg(name)
+                               ? QStringLiteral(
+                                     "Database link %1 was not tried: the demo database cannot "
+                                     "reach remote databases, and it journals scripts instead of "
+                                     "running them, so a link created here does not exist in it.")
+                                     .arg(name)
                                : QStringLiteral(
                                      "Database link %1 connects as %2 to \"%3\". The demo database "
                                      "cannot reach remote databases, so the link was not tried.")
