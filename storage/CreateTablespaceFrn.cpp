@@ -252,7 +252,7 @@ void TCreateTablespaceFrm::AddFileRow(const TFileSpec& file) {
   const int row = list->AddRow();
   list->SetCell(row, 0, file.Omf ? QStringLiteral("(Oracle managed)") : file.Name);
   list->SetCell(row, 1, SizeText(file.Size, file.SizeUnit));
-  list->SetCell(row, 2, file.Reuse ? QStringLiteral("Yes") : QString());
+  list->SetCell(row, 2, file.Reuse && !file.Omf ? QStringLiteral("Yes") : QString());
   list->SetCell(row, 3, file.AutoExtend ? QStringLiteral("ON") : QStringLiteral("OFF"));
   list->SetCell(row, 4, file.AutoExtend ? SizeText(file.Next, file.NextUnit) : QString());
   list->SetCell(row, 5, MaxSizeText(file));
