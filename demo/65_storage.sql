@@ -1,15 +1,7 @@
--- Storage samples beyond the instance's own: a bigfile tablespace with its one data file
--- (extensible without limit) and an offline data file of a second file of USERS.
-
-INSERT INTO DBA_TABLESPACES (TABLESPACE_NAME, CONTENTS, EXTENT_MANAGEMENT, ALLOCATION_TYPE,
-    SEGMENT_SPACE_MANAGEMENT, INITIAL_EXTENT, NEXT_EXTENT, MIN_EXTENTS, MAX_EXTENTS,
-    PCT_INCREASE, LOGGING, FORCE_LOGGING, RETENTION, MIN_EXTLEN, BIGFILE) VALUES
-  ('BIG_DATA', 'PERMANENT', 'LOCAL', 'SYSTEM', 'AUTO', 65536, NULL, 1, 2147483645, NULL,
-   'LOGGING', 'YES', 'NOT APPLY', 65536, 'YES');
+-- Storage samples beyond the instance's own: a second, small data file of USERS that is
+-- offline (taken offline for a restore and not brought back yet).
 
 INSERT INTO DBA_DATA_FILES (FILE_NAME, FILE_ID, TABLESPACE_NAME, BYTES, BLOCKS, RELATIVE_FNO,
     AUTOEXTENSIBLE, MAXBYTES, MAXBLOCKS, INCREMENT_BY, USER_BYTES, USER_BLOCKS, ONLINE_STATUS) VALUES
-  ('/u03/app/oracle/oradata/ORCL/big_data01.dbf', 15, 'BIG_DATA', 10737418240, 1310720, 1024,
-   'YES', 35184372064256, 4294967293, 131072, 10736369664, 1310592, 'ONLINE'),
   ('/u01/app/oracle/oradata/ORCL/users02.dbf', 16, 'USERS', 1048576, 128, 16, 'NO', 0, 0, 0,
    983040, 120, 'OFFLINE');

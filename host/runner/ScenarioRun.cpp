@@ -22,6 +22,7 @@
 #include <thread>
 
 #include "host/core/FixtureConnection.h"
+#include "host/core/ModuleFile.h"
 #include "host/core/RecordingHost.h"
 #include "host/runner/StepPlayer.h"
 #if defined(NOD_HAVE_SQL_CONNECTION)
@@ -120,6 +121,7 @@ class TRun : public QObject {
 };
 
 bool TRun::Prepare(QString* why) {
+  if (!host::CheckModuleFile(FOptions.Module, why)) return false;
   FLibrary.setFileName(FOptions.Module);
   if (!FLibrary.load()) {
     *why = QStringLiteral("cannot load the module %1: %2")

@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <vector>
 
+#include "host/core/ModuleFile.h"
 #include "host/core/RecordingHost.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "plugin/KelQuery.h"
@@ -83,6 +84,7 @@ QString TitleOf(kel::TMsgDlgType type) {
 
 // ---------------------------------------------------------------------------------------------
 bool TModule::Load(const QString& fileName, QString* error) {
+  if (!host::CheckModuleFile(fileName, error)) return false;
   auto library = std::make_unique<QLibrary>(fileName);
   if (!library->load()) {
     if (error)

@@ -205,20 +205,21 @@ TEST(StorageCatalog, TablespaceAndItsFiles) {
   files = Rows("CreateTablespaceFrn.Files", {{"P_NAME", "TEMP"}});
   ASSERT_EQ(files.size(), 1);  // temp files as well
   EXPECT_EQ(files[0].value("Max Bytes"), "UNLIMITED");
-  files = Rows("CreateTablespaceFrn.Files", {{"P_NAME", "BIG_DATA"}});
-  ASSERT_EQ(files.size(), 1);
+  files = Rows("CreateTablespaceFrn.Files", {{"P_NAME", "USERS"}});
+  ASSERT_EQ(files.size(), 2);
   EXPECT_EQ(files[0].value("Max Bytes"), "UNLIMITED");
-  EXPECT_EQ(files[0].value("Bytes"), "10737418240");
+  EXPECT_EQ(files[1].value("Max Bytes"), "0");  // not extensible
 
   const auto list = Rows("TablespaceMgrFrn.DataFilesList", {});
-  EXPECT_GE(list.size(), 15);
+  EXPECT_GE(list.size(), 14);
   EXPECT_EQ(list.first().value("File Name"), "/u01/app/oracle/oradata/ORCL/app_data01.dbf");
 }
 
 TEST(StorageCatalog, DataFileOfEitherKind) {
-  auto kind = Rows("CreateDataFileFrn.Tablespace", {{"P_TABLESPACE", "BIG_DATA"}});
+  auto kind = Rows("CreateDataFileFrn.Tablespace", {{"P_TABLESPACE", "TEMP"}});
   ASSERT_EQ(kind.size(), 1);
-  EXPECT_EQ(kind[0].value("Bigfile"), "YES");
+  EXPECT_EQ(kind[0].value("Contents"), "TEMPORARY");
+  EXPECT_EQ(kind[0].value("Bigfile"), "NO");
   auto file =
       Rows("CreateDataFileFrn.Info",
            {{"P_TABLESPACE", "TEMP"}, {"P_FILE", "/u01/app/oracle/oradata/ORCL/temp01.dbf"}});
