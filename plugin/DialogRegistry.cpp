@@ -3,6 +3,11 @@
 #include "plugin/Dispatch.h"
 #include "schema/CreateIndexFrn.h"
 #include "schema/CreateSequenceFrn.h"
+#include "storage/CreateDataFileFrn.h"
+#include "storage/CreateRedoLogGroupFrn.h"
+#include "storage/CreateRollbackSegmentFrn.h"
+#include "storage/CreateTablespaceFrn.h"
+#include "storage/CreateTablespaceListFrn.h"
 #include "tables/AlterConstraintFrn.h"
 #include "tables/CreateConstraintFrn.h"
 #include "schema/CreateTriggerFrn.h"
@@ -36,6 +41,11 @@ void RegisterDialogs() {
   RegisterOpenRoutine("SYNONYM", &OpenModal<TCreateSynonymFrm>);
   RegisterOpenRoutine("DBLINK", &OpenModal<TCreateDBLinkFrm>);
   RegisterOpenRoutine("JOB", &OpenModal<TCreateJobFrm>);
+  RegisterOpenRoutine("TABLESPACE", &OpenModal<TCreateTablespaceFrm>);
+  RegisterOpenRoutine("SELECTDATAFILE", &OpenModal<TCreateTablespaceListFrm>);
+  RegisterOpenRoutine("DATAFILE", &OpenModal<TCreateDataFileFrm>);
+  RegisterOpenRoutine("REDOLOGGROUP", &OpenModal<TCreateRedoLogGroupFrm>);
+  RegisterOpenRoutine("ROLLBACKSEGMENT", &OpenModal<TCreateRollbackSegmentFrm>);
 }
 
 }  // namespace kel

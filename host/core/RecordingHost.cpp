@@ -164,9 +164,20 @@ void TRecordingHost::esDBLinkTest(kel::TEsDBInfo*, const QString& linkName) {
 int TRecordingHost::OpenDLL(const QString& module, QWidget* parent, kel::TXLink* link,
                             const QString& word) {
   int result = 0;
+  const QMap<QString, QString> before = link ? link->Params() : QMap<QString, QString>();
   if (FOpen) FOpen(this, &result, parent, link, word.toUtf8().constData());
+  if (link) ReportLinkParams(word, before, *link);
   AddEvent({{"event", "openDLL"}, {"module", module}, {"object", word}, {"result", result}});
   return result;
+}
+
+void TRecordingHost::ReportLinkParams(const QString& object, const QMap<QString, QString>& before,
+                                      const kel::TXLink& link) {
+  QJsonObject added;
+  for (auto it = link.Params().begin(); it != link.Params().end(); ++it)
+    if (!before.contains(it.key()) || before.value(it.key()) != it.value())
+      added.insert(it.key(), it.value());
+  if (!added.isEmpty()) AddEvent({{"event", "link"}, {"object", object}, {"params", added}});
 }
 
 bool TRecordingHost::SaveFileDialog(QWidget*, QString& fileName) {

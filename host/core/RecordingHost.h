@@ -31,6 +31,10 @@ class TRecordingHost : public kel::THost {
   const QJsonArray& Events() const { return FEvents; }
   void AddEvent(const QJsonObject& event) { FEvents.append(event); }
   void ClearEvents() { FEvents = QJsonArray(); }
+  // Adds a "link" event with the parameters a dialog opened under `object` added to its link
+  // (AddParams), when there are any; `before` is what the link held when it was opened.
+  void ReportLinkParams(const QString& object, const QMap<QString, QString>& before,
+                        const kel::TXLink& link);
   // Windows handed to ShowMDIChild, oldest first (closed ones are gone).
   QList<QWidget*> ChildWindows() const;
 

@@ -209,7 +209,10 @@ bool TRun::CallOpen(const QString& object, const QJsonValue& link, int* result, 
     *why = QStringLiteral("\"link\" must be an object");
     return false;
   }
-  FOpen(FHost.get(), result, nullptr, MakeLink(link), object.toUtf8().constData());
+  kel::TXLink* x = MakeLink(link);
+  const QMap<QString, QString> before = x ? x->Params() : QMap<QString, QString>();
+  FOpen(FHost.get(), result, nullptr, x, object.toUtf8().constData());
+  if (x) FHost->ReportLinkParams(object, before, *x);
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QMap>
 #include <QSet>
 #include <QStyle>
 
@@ -51,8 +52,23 @@ void TObjectBrowser::Reload() {
   schemas->setData(0, TypeRole, ntSchemas);
   schemas->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
   schemas->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
-  for (const TObjectKind& kind : ObjectKinds())
-    if (!kind.PerSchema) AddFolder(invisibleRootItem(), kind, QString());
+  // Kinds of a group (the storage structures) sit in a node of their own.
+  QMap<QString, QTreeWidgetItem*> groups;
+  for (const TObjectKind& kind : ObjectKinds()) {
+    if (kind.PerSchema) continue;
+    const QString group = KindGroup(kind);
+    QTreeWidgetItem* parent = invisibleRootItem();
+    if (!group.isEmpty()) {
+      QTreeWidgetItem*& node = groups[group];
+      if (!node) {
+        node = new QTreeWidgetItem(this, {group});
+        node->setData(0, TypeRole, ntGroup);
+        node->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
+      }
+      parent = node;
+    }
+    AddFolder(parent, kind, QString());
+  }
 }
 
 QTreeWidgetItem* TObjectBrowser::AddFolder(QTreeWidgetItem* parent, const TObjectKind& kind,
@@ -216,12 +232,17 @@ QTreeWidgetItem* TObjectBrowser::Folder(const QString& schema, const QString& ki
         parent = schemas->child(i);
     if (!parent) return nullptr;
   }
-  for (int i = 0; i < parent->childCount(); ++i) {
-    QTreeWidgetItem* child = parent->child(i);
-    if (child->data(0, TypeRole).toInt() == ntFolder &&
-        child->data(0, KindRole).toString() == kindKey) {
-      Expand(child);
-      return child;
+  QList<QTreeWidgetItem*> parents{parent};
+  for (int i = 0; schema.isEmpty() && i < topLevelItemCount(); ++i)
+    if (topLevelItem(i)->data(0, TypeRole).toInt() == ntGroup) parents << topLevelItem(i);
+  for (QTreeWidgetItem* p : parents) {
+    for (int i = 0; i < p->childCount(); ++i) {
+      QTreeWidgetItem* child = p->child(i);
+      if (child->data(0, TypeRole).toInt() == ntFolder &&
+          child->data(0, KindRole).toString() == kindKey) {
+        Expand(child);
+        return child;
+      }
     }
   }
   return nullptr;

@@ -17,7 +17,7 @@ namespace wb {
 class TObjectBrowser : public QTreeWidget {
   Q_OBJECT
  public:
-  enum TNodeType { ntSchemas = 1, ntSchema, ntFolder, ntObject, ntMessage };
+  enum TNodeType { ntSchemas = 1, ntSchema, ntFolder, ntObject, ntMessage, ntGroup };
 
   explicit TObjectBrowser(kel::TEsDBInfo* db, QWidget* parent = nullptr);
 

@@ -124,6 +124,14 @@ const TObjectKind* FindKind(const QString& key) {
   return nullptr;
 }
 
+QString KindGroup(const TObjectKind& kind) {
+  static const char* const kStorage[] = {"Tablespaces", "DataFiles", "RedoLogGroups",
+                                         "RollbackSegments"};
+  for (const char* key : kStorage)
+    if (qstrcmp(kind.Key, key) == 0) return QStringLiteral("Storage");
+  return QString();
+}
+
 QString ParamValue(const char* source, const QString& schema, const QVariantMap& row) {
   const QString s = QString::fromUtf8(source);
   if (s == QLatin1String("@schema")) return schema;

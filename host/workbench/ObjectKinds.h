@@ -63,6 +63,8 @@ std::span<const TNewEntry> NewEntries();
 std::span<const TObjectKind> ObjectKinds();
 std::span<const TObjectAction> ObjectActions();
 const TObjectKind* FindKind(const QString& key);
+// The part of the browser a top-level kind is listed in ("Storage"); empty: the top level.
+QString KindGroup(const TObjectKind& kind);
 
 // The value of `source` for an object of `schema` whose browser row is `row`.
 QString ParamValue(const char* source, const QString& schema, const QVariantMap& row);
