@@ -128,21 +128,29 @@ bool CarryScriptLog(QSqlDatabase& db, const QString& oldPath, QString* error) {
 }  // namespace
 
 QString MaskPasswords(const QString& statement) {
+  // A password follows IDENTIFIED BY [VALUES] and, for a changed password, REPLACE: a
+  // double-quoted text, a single-quoted text (quotes doubled inside) or a word. Its quotes stay,
+  // its text becomes a mask.
   static const QRegularExpression kPassword(
-      QStringLiteral(R"re((IDENTIFIED\s+BY\s+(?:VALUES\s+)?)("[^"]*"?|'(?:[^']|'')*'?|[^\s;]+))re"),
+      QStringLiteral(
+          R"re(\b(?:IDENTIFIED\s+BY\s+(?:VALUES\s+)?|REPLACE\s+)("[^"]*"?|'(?:[^']|'')*'?|[^\s;'"]+))re"),
       QRegularExpression::CaseInsensitiveOption);
-  QString out = statement;
-  qsizetype from = 0;
-  for (;;) {
-    const QRegularExpressionMatch m = kPassword.match(out, from);
-    if (!m.hasMatch()) break;
-    const QChar quote = m.captured(2).front();
-    const QString mask = quote == u'"' || quote == u'\''
-                             ? quote + QStringLiteral("********") + quote
-                             : QStringLiteral("********");
-    out.replace(m.capturedStart(2), m.capturedLength(2), mask);
-    from = m.capturedStart(2) + mask.size();
+  static const QRegularExpression kIdentifiedBy(QStringLiteral(R"(\bIDENTIFIED\s+BY\b)"),
+                                                QRegularExpression::CaseInsensitiveOption);
+  QString out;
+  qsizetype last = 0;
+  for (const QRegularExpressionMatch& m : kPassword.globalMatch(statement)) {
+    // REPLACE names an old password only in a statement that sets one.
+    const bool replace = m.captured(0).startsWith(u'R', Qt::CaseInsensitive);
+    if (replace && !kIdentifiedBy.match(statement.left(m.capturedStart(0))).hasMatch()) continue;
+    const QString secret = m.captured(1);
+    const QChar quote = secret.front();
+    out += QStringView(statement).mid(last, m.capturedStart(1) - last);
+    out += quote == u'"' || quote == u'\'' ? quote + QStringLiteral("********") + quote
+                                           : QStringLiteral("********");
+    last = m.capturedEnd(1);
   }
+  out += QStringView(statement).mid(last);
   return out;
 }
 

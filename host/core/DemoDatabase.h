@@ -22,7 +22,7 @@ QString StoredDemoHash(const QString& path);
 // The journal table in which a SQLite database records the statements of executed scripts.
 QString ScriptLogTableDdl();
 // A statement as the journal keeps it: every password after IDENTIFIED BY (quoted or not, also
-// IDENTIFIED BY VALUES) replaced by asterisks.
+// IDENTIFIED BY VALUES, and the old one after REPLACE) replaced by asterisks, its quotes kept.
 QString MaskPasswords(const QString& statement);
 
 // Builds a fresh demo database at `path`, replacing any file there; the script journal of the

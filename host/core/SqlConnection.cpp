@@ -429,28 +429,6 @@ int TSqlConnection::ExecuteScript(const QString& script, QString* failedStatemen
   return 0;
 }
 
-QString MaskPasswords(const QString& statement) {
-  // A password is a double-quoted text, a single-quoted hash (IDENTIFIED BY VALUES) or a word.
-  static const QRegularExpression kPassword(
-      QStringLiteral(
-          R"re(\b(IDENTIFIED\s+BY\s+(?:VALUES\s+)?)("[^"]*"?|'[^']*'?|[^\s;]+)(\s+REPLACE\s+("[^"]*"?|[^\s;]+))?)re"),
-      QRegularExpression::CaseInsensitiveOption);
-  static const QString kMask = QStringLiteral("********");
-  QString out;
-  qsizetype last = 0;
-  for (const QRegularExpressionMatch& m : kPassword.globalMatch(statement)) {
-    out += QStringView(statement).mid(last, m.capturedStart(2) - last);
-    out += kMask;
-    if (m.capturedLength(3) > 0) {
-      out += QStringView(statement).mid(m.capturedEnd(2), m.capturedStart(4) - m.capturedEnd(2));
-      out += kMask;
-    }
-    last = m.capturedEnd(0);
-  }
-  out += QStringView(statement).mid(last);
-  return out;
-}
-
 QList<TScriptLogEntry> TSqlConnection::ScriptLog() const {
   QList<TScriptLogEntry> entries;
   if (FKind != TKind::Sqlite) return entries;

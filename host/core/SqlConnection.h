@@ -36,10 +36,6 @@ struct TScriptLogEntry {
   QString Statement;
 };
 
-// The statement as the journal keeps it: every password (after IDENTIFIED BY, and the old one
-// after REPLACE) replaced by asterisks.
-QString MaskPasswords(const QString& statement);
-
 // A connection over a QSqlDatabase. On SQLite (the demo or a file shaped like it) the Oracle
 // functions the catalog uses are registered and scripts go to the journal; on Oracle scripts
 // run statement by statement.

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "host/core/DemoDatabase.h"
 #include "host/core/SqlConnection.h"
 #include "plugin/Dispatch.h"
 #include "plugin/KelQuery.h"
@@ -223,13 +224,13 @@ TEST(DBLinkCatalog, LinkQueryTakesTheAppendedConditionsOnTheDemoDatabase) {
 
 TEST(ScriptJournal, PasswordsAreMasked) {
   EXPECT_EQ(host::MaskPasswords("CONNECT TO \"SCOTT\"\tIDENTIFIED BY \"tiger\" USING 'X';"),
-            "CONNECT TO \"SCOTT\"\tIDENTIFIED BY ******** USING 'X';");
+            "CONNECT TO \"SCOTT\"\tIDENTIFIED BY \"********\" USING 'X';");
   EXPECT_EQ(host::MaskPasswords("ALTER USER u identified by s3cr;et replace \"old\""),
-            "ALTER USER u identified by ********;et replace \"old\"");
+            "ALTER USER u identified by ********;et replace \"********\"");
   EXPECT_EQ(host::MaskPasswords("ALTER USER u IDENTIFIED BY new REPLACE old"),
             "ALTER USER u IDENTIFIED BY ******** REPLACE ********");
   EXPECT_EQ(host::MaskPasswords("CREATE USER u IDENTIFIED BY VALUES 'S:ABC'"),
-            "CREATE USER u IDENTIFIED BY VALUES ********");
+            "CREATE USER u IDENTIFIED BY VALUES '********'");
   EXPECT_EQ(host::MaskPasswords("CREATE USER u IDENTIFIED EXTERNALLY"),
             "CREATE USER u IDENTIFIED EXTERNALLY");
 }
