@@ -703,12 +703,20 @@ void TWorkbenchWindow::RestoreLayout() {
   if (!screen) screen = QGuiApplication::primaryScreen();
   if (screen && !isMaximized() && !isFullScreen())
     setGeometry(ClampToScreen(geometry(), screen->availableGeometry()));
+  // The editor tabs of the last session that came from files; a file gone since is skipped.
+  // Editor texts themselves are never written to the settings (they may hold passwords).
+  for (const QString& file : ini.value(QStringLiteral("Editors/Files")).toStringList())
+    if (QFileInfo::exists(file)) OpenSqlFile(file);
 }
 
 void TWorkbenchWindow::SaveLayout() {
   QSettings ini(LayoutFile(), QSettings::IniFormat);
   ini.setValue(QStringLiteral("Window/Geometry"), saveGeometry());
   ini.setValue(QStringLiteral("Window/State"), saveState());
+  QStringList files;
+  for (int i = 0; i < FEditors->count(); ++i)
+    if (!EditorFile(i).isEmpty()) files << EditorFile(i);
+  ini.setValue(QStringLiteral("Editors/Files"), files);
 }
 
 void TWorkbenchWindow::closeEvent(QCloseEvent* event) {

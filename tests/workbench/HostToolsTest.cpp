@@ -240,8 +240,13 @@ TEST_F(HostToolsTest, RunStatementFillsTheResultGridAndReportsAFailingQuery) {
   editor->setCursorPosition(1, 3);
   QAction* run = Window->findChild<QAction*>("RunStatement");
   ASSERT_NE(run, nullptr);
-  run->trigger();
+  // Ctrl+Return in the editor runs the statement; the editor keeps its text.
+  QApplication::setActiveWindow(Window.get());
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  editor->setFocus();
+  QTest::keyClick(editor->viewport(), Qt::Key_Return, Qt::ControlModifier);
   ASSERT_EQ(Connection->Queries, QStringList{"SELECT N, NAME FROM T"});
+  EXPECT_EQ(editor->Text(), "DROP TABLE X;\nSELECT N, NAME FROM T;\n");
   QTableWidget* grid = Window->ResultGrid();
   ASSERT_EQ(grid->columnCount(), 2);
   ASSERT_EQ(grid->rowCount(), 2);
@@ -333,6 +338,17 @@ TEST_F(HostToolsTest, SqlFilesOpenIntoTabsAndSaveBackToTheirFile) {
   EXPECT_FALSE(Window->OpenSqlFile(Dir.filePath("missing.sql")));
   EXPECT_EQ(tabs->count(), 1);
   EXPECT_EQ(Messages.size(), 2);  // overwrite question, then the error
+
+  // The next session opens the file tabs again; an unsaved text is not written anywhere.
+  Window->OpenEditor("CREATE USER U IDENTIFIED BY secret_pw;");
+  Answer = kel::mrYes;  // discard the unsaved text on closing
+  ASSERT_TRUE(Window->close());
+  QFile ini(Dir.filePath("Workbench.ini"));
+  ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(ini.readAll().contains("secret_pw"));
+  wb::TWorkbenchWindow next(std::make_unique<TRowsConnection>(), {"test", Dir.path()});
+  ASSERT_EQ(next.EditorTabs()->count(), 1);
+  EXPECT_EQ(next.EditorFile(0), file);
 }
 
 // The connection dialog: a failure keeps it open with what was typed; the recent list never
