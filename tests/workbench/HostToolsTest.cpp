@@ -505,3 +505,43 @@ TEST_F(HostToolsTest, MenuMnemonicsLeaveTheDialogButtonsTheirLetters) {
 }
 
 }  // namespace
+
+namespace {
+
+// The table dialog of the built module, a child window of the workbench: Escape cancels it,
+// asking first once a name was typed.
+TEST(WorkbenchModuleKeys, EscapeCancelsTheTableDialogAskingWhenEdited) {
+  const QString module = wb::DefaultModulePath();
+  if (!QFileInfo::exists(module)) GTEST_SKIP() << "module not built";
+  QTemporaryDir dir;
+  QString error;
+  auto connection = host::OpenConnection("demo:" + dir.filePath("demo.db"), &error);
+  ASSERT_TRUE(connection) << error.toStdString();
+  wb::TWorkbenchWindow window(std::move(connection), {"demo", dir.path()});
+  ASSERT_TRUE(window.Host().Module().Load(module, &error)) << error.toStdString();
+  QStringList asked;
+  int answer = kel::mrNo;
+  window.Host().SetMessageAnswerer([&](const wb::TMessageRequest& r) {
+    asked << r.Text;
+    return answer;
+  });
+  window.show();
+  window.ModuleChanged();
+  ASSERT_TRUE(window.NewAction("TABLE")->isEnabled());
+  window.NewAction("TABLE")->trigger();
+  ASSERT_EQ(window.MdiArea()->subWindowList().size(), 1);
+  auto* name = window.MdiArea()->subWindowList()[0]->findChild<QLineEdit*>("TableNameEd");
+  ASSERT_NE(name, nullptr);
+  QTest::keyClicks(name, "EMP2");
+  QTest::keyClick(name, Qt::Key_Escape);
+  Settle();
+  ASSERT_EQ(asked.size(), 1);
+  ASSERT_EQ(window.MdiArea()->subWindowList().size(), 1);
+  EXPECT_EQ(name->text(), "EMP2");
+  answer = kel::mrYes;
+  QTest::keyClick(name, Qt::Key_Escape);
+  Settle();
+  EXPECT_TRUE(window.MdiArea()->subWindowList().isEmpty());
+}
+
+}  // namespace
