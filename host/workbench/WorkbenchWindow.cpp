@@ -17,6 +17,7 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTabWidget>
@@ -108,11 +109,16 @@ TWorkbenchWindow::TWorkbenchWindow(std::unique_ptr<host::TConnection> connection
   setWindowTitle(QStringLiteral("NewObjDlg Workbench - %1").arg(options.ConnectionLabel));
   resize(1280, 900);
 
-  FMdi = new QMdiArea(this);
+  // The main area: the dialogs above, the SQL editors below (shown once an editor is open).
+  FMainSplitter = new QSplitter(Qt::Vertical, this);
+  FMainSplitter->setObjectName(QStringLiteral("MainSplitter"));
+  FMainSplitter->setChildrenCollapsible(false);
+  FMdi = new QMdiArea(FMainSplitter);
   FMdi->setObjectName(QStringLiteral("MdiArea"));
   FMdi->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   FMdi->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  setCentralWidget(FMdi);
+  FMainSplitter->addWidget(FMdi);
+  setCentralWidget(FMainSplitter);
 
   BuildDocks();
   BuildMenus();
@@ -176,22 +182,21 @@ void TWorkbenchWindow::BuildDocks() {
   connect(FBrowser, &TObjectBrowser::currentItemChanged, this, &TWorkbenchWindow::UpdateActions);
   connect(FBrowser, &QWidget::customContextMenuRequested, this, &TWorkbenchWindow::ShowBrowserMenu);
 
-  FEditors = new QTabWidget(this);
+  FEditors = new QTabWidget(FMainSplitter);
   FEditors->setObjectName(QStringLiteral("EditorTabs"));
   FEditors->setTabsClosable(true);
   FEditors->setDocumentMode(true);
   connect(FEditors, &QTabWidget::tabCloseRequested, this, &TWorkbenchWindow::CloseEditorTab);
-  FEditorDock = new QDockWidget(QStringLiteral("SQL Editor"), this);
-  FEditorDock->setObjectName(QStringLiteral("EditorDock"));
-  FEditorDock->setWidget(FEditors);
-  addDockWidget(Qt::BottomDockWidgetArea, FEditorDock);
+  FMainSplitter->addWidget(FEditors);
+  FMainSplitter->setStretchFactor(0, 3);
+  FMainSplitter->setStretchFactor(1, 2);
+  FEditors->hide();
 
   FScriptLog = new TScriptLogView(FConnection.get(), this);
   FLogDock = new QDockWidget(QStringLiteral("Script log"), this);
   FLogDock->setObjectName(QStringLiteral("ScriptLogDock"));
   FLogDock->setWidget(FScriptLog);
   addDockWidget(Qt::BottomDockWidgetArea, FLogDock);
-  tabifyDockWidget(FEditorDock, FLogDock);
 
   FResultGrid = new QTableWidget(this);
   FResultGrid->setObjectName(QStringLiteral("ResultGrid"));
@@ -203,9 +208,9 @@ void TWorkbenchWindow::BuildDocks() {
   FResultDock->setWidget(FResultGrid);
   addDockWidget(Qt::BottomDockWidgetArea, FResultDock);
   tabifyDockWidget(FLogDock, FResultDock);
-  FEditorDock->raise();
-  // The dialogs get most of the height; a saved layout overrides this.
-  resizeDocks({FEditorDock, FLogDock, FResultDock}, {170, 170, 170}, Qt::Vertical);
+  FLogDock->raise();
+  // The dialogs and editors get most of the height; a saved layout overrides this.
+  resizeDocks({FLogDock, FResultDock}, {150, 150}, Qt::Vertical);
   connect(FScriptLog, &TScriptLogView::OpenStatement, this,
           [this](const QString& text) { OpenEditor(text); });
   connect(FScriptLog, &TScriptLogView::ClearRequested, this, &TWorkbenchWindow::ClearScriptLog);
@@ -281,7 +286,13 @@ void TWorkbenchWindow::BuildMenus() {
   QMenu* view = menuBar()->addMenu(QStringLiteral("V&iew"));
   view->setObjectName(QStringLiteral("ViewMenu"));
   view->addAction(FBrowserDock->toggleViewAction());
-  view->addAction(FEditorDock->toggleViewAction());
+  QAction* showEditors = view->addAction(QStringLiteral("SQL &Editor"), this, [this] {
+    if (FEditors->count() == 0)
+      OpenEditor(QString());
+    else
+      FEditors->setVisible(!FEditors->isVisible());
+  });
+  showEditors->setObjectName(QStringLiteral("ShowEditors"));
   view->addAction(FLogDock->toggleViewAction());
   view->addAction(FResultDock->toggleViewAction());
 
@@ -458,8 +469,7 @@ kel::TKelEditor* TWorkbenchWindow::OpenEditor(const QString& text) {
   // Text a dialog sends here is not saved anywhere yet; an empty editor holds nothing to lose.
   editor->setModified(!text.trimmed().isEmpty());
   FEditors->setCurrentIndex(FEditors->addTab(editor, QStringLiteral("SQL %1").arg(FEditorCount)));
-  FEditorDock->show();
-  FEditorDock->raise();
+  FEditors->show();
   editor->setFocus();
   return editor;
 }
@@ -473,8 +483,7 @@ bool TWorkbenchWindow::HasUnsavedText(const kel::TKelEditor* editor) {
 bool TWorkbenchWindow::MayDiscardEditor(int index) {
   auto* editor = qobject_cast<kel::TKelEditor*>(FEditors->widget(index));
   if (!HasUnsavedText(editor)) return true;
-  FEditorDock->show();
-  FEditorDock->raise();
+  FEditors->show();
   FEditors->setCurrentIndex(index);
   return FHost->esMsgDBox(QStringLiteral("Workbench.DiscardEditor"), {FEditors->tabText(index)},
                           kel::TMsgDlgType::Confirmation, false) == kel::mrYes;
@@ -485,6 +494,8 @@ bool TWorkbenchWindow::CloseEditorTab(int index) {
   if (!page || !MayDiscardEditor(index)) return false;
   FEditors->removeTab(index);
   page->deleteLater();
+  // Without an editor the dialogs get the whole main area again.
+  if (FEditors->count() == 0) FEditors->hide();
   return true;
 }
 
@@ -698,6 +709,9 @@ void TWorkbenchWindow::RestoreLayout() {
   if (!saved.isEmpty()) restoreGeometry(saved);
   const QByteArray state = ini.value(QStringLiteral("Window/State")).toByteArray();
   if (!state.isEmpty()) restoreState(state);
+  const QByteArray split = ini.value(QStringLiteral("Window/Splitter")).toByteArray();
+  if (!split.isEmpty()) FMainSplitter->restoreState(split);
+  FEditors->hide();
   // A layout saved on a larger screen, or with another scaling, must still fit this one.
   QScreen* screen = QGuiApplication::screenAt(geometry().center());
   if (!screen) screen = QGuiApplication::primaryScreen();
@@ -713,6 +727,9 @@ void TWorkbenchWindow::SaveLayout() {
   QSettings ini(LayoutFile(), QSettings::IniFormat);
   ini.setValue(QStringLiteral("Window/Geometry"), saveGeometry());
   ini.setValue(QStringLiteral("Window/State"), saveState());
+  // Split sizes are only meaningful with the editors shown.
+  if (FEditors->isVisible())
+    ini.setValue(QStringLiteral("Window/Splitter"), FMainSplitter->saveState());
   QStringList files;
   for (int i = 0; i < FEditors->count(); ++i)
     if (!EditorFile(i).isEmpty()) files << EditorFile(i);

@@ -1,6 +1,6 @@
-// The workbench's main window: the MDI area for the child-window dialogs, the object browser,
-// the SQL editor tabs, the script log and the status line; the "New" and "Object" menus open
-// the module's dialogs.
+// The workbench's main window: the main area with the child-window dialogs above the SQL editor
+// tabs, the object browser, the script log, the query results and the status line; the "New"
+// and "Object" menus open the module's dialogs.
 #pragma once
 
 #include <QMainWindow>
@@ -16,6 +16,7 @@ class QDockWidget;
 class QLabel;
 class QLineEdit;
 class QMdiArea;
+class QSplitter;
 class QTabWidget;
 class QTableWidget;
 
@@ -145,7 +146,7 @@ class TWorkbenchWindow : public QMainWindow {
   QTabWidget* FEditors = nullptr;
   QDockWidget* FBrowserDock = nullptr;
   QDockWidget* FLogDock = nullptr;
-  QDockWidget* FEditorDock = nullptr;
+  QSplitter* FMainSplitter = nullptr;
   QLabel* FConnectionLbl = nullptr;
   QAction* FAlterAction = nullptr;
   QAction* FTestLinkAction = nullptr;

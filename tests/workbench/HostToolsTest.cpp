@@ -260,6 +260,12 @@ TEST_F(HostToolsTest, RunStatementFillsTheResultGridAndReportsAFailingQuery) {
   ASSERT_EQ(Messages.size(), 1);
   EXPECT_TRUE(Messages[0].contains("ORA-00942")) << Messages[0].toStdString();
   EXPECT_EQ(grid->rowCount(), 2);
+
+  // The editors share the main area with the dialogs while one is open.
+  EXPECT_TRUE(Window->centralWidget()->isAncestorOf(Window->EditorTabs()));
+  EXPECT_TRUE(Window->EditorTabs()->isVisible());
+  ASSERT_TRUE(Window->CloseEditorTab(0));
+  EXPECT_FALSE(Window->EditorTabs()->isVisible());
 }
 
 TEST(WorkbenchDemo, QueriesRunOnTheDemoDatabase) {
