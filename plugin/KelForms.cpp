@@ -459,6 +459,8 @@ void TKelDllChildFrm::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (FShown) return;
   FShown = true;
+  // Key preview for Escape, as the modal base has it.
+  for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
   if (!RunFirstShow([this] { KelDllChildFrmShow(); }))
     QTimer::singleShot(0, this, [this] { close(); });
 }
@@ -471,6 +473,26 @@ void TKelDllChildFrm::closeEvent(QCloseEvent* event) {
   setCloseState(1);
   KelFrmIniSave();
   event->accept();
+}
+
+void TKelDllChildFrm::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+    close();
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+bool TKelDllChildFrm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && watched->isWidgetType() &&
+      isAncestorOf(static_cast<QWidget*>(watched))) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier) {
+      close();
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace kel

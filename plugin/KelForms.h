@@ -202,6 +202,10 @@ class TKelDllChildFrm : public QWidget, public TKelBaseFrm {
 
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  // Escape cancels as the Cancel button does (asking first when the form was edited); the form
+  // sees it before the focused control does.
+  void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   bool FShown = false;

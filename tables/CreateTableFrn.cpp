@@ -152,7 +152,7 @@ void TCreateTableFrm::SetupColumnLists() {
       Col("ColumnTreeColumnSize", "Size", TCellEditor::Spin, 55, false, 0, 9999),
       Col("ColumnTreeColumnPrec", "Precision", TCellEditor::Spin, 60, false, 0, 38),
       Col("ColumnTreeColumnScale", "Scale", TCellEditor::Spin, 55, false, -84, 127),
-      Col("ColumnTreeColumnPk", "Primary Key", TCellEditor::Check, 75, false),
+      Col("ColumnTreeColumnPk", "Primary Key", TCellEditor::Check, 85, false),
       Col("ColumnTreeColumnNull", "Not Null?", TCellEditor::Check, 65),
       Col("ColumnTreeColumnDefault", "Default", TCellEditor::Text, 110),
       Col("ColumnTreeColumnComment", "Comment", TCellEditor::Text, 160),

@@ -18,6 +18,7 @@ enum TRole {
   SchemaRole,
   RowRole,
   LoadedRole,
+  GreyedRole,
 };
 
 const char* const kSchemasQuery = "Workbench.Schemas";
@@ -43,6 +44,11 @@ TObjectBrowser::TObjectBrowser(kel::TEsDBInfo* db, QWidget* parent) : QTreeWidge
   connect(this, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     if (item->data(0, TypeRole).toInt() == ntObject) emit AlterRequested();
   });
+  Reload();
+}
+
+void TObjectBrowser::SetConnection(kel::TEsDBInfo* db) {
+  FDB = db;
   Reload();
 }
 
@@ -79,6 +85,7 @@ QTreeWidgetItem* TObjectBrowser::AddFolder(QTreeWidgetItem* parent, const TObjec
   folder->setData(0, SchemaRole, schema);
   folder->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
   folder->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+  StyleFolder(folder);
   return folder;
 }
 
@@ -117,6 +124,12 @@ void TObjectBrowser::ShowError(QTreeWidgetItem* folder, const QString& message) 
   emit StatusMessage(QStringLiteral("%1: %2").arg(folder->text(0), message));
 }
 
+void TObjectBrowser::ShowEmpty(QTreeWidgetItem* folder) {
+  auto* item = new QTreeWidgetItem(folder, {QStringLiteral("(none)")});
+  item->setData(0, TypeRole, ntMessage);
+  item->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
+}
+
 void TObjectBrowser::FillSchemas(QTreeWidgetItem* schemas) {
   try {
     Merge(schemas, Rows(QString::fromUtf8(kSchemasQuery), QString()), ntSchema);
@@ -130,9 +143,12 @@ void TObjectBrowser::Fill(QTreeWidgetItem* folder) {
   const TObjectKind* kind = FindKind(folder->data(0, KindRole).toString());
   if (!kind) return;
   try {
-    Merge(folder, Rows(QString::fromUtf8(kind->QueryKey), folder->data(0, SchemaRole).toString()),
-          ntObject);
+    const QList<QVariantMap> rows =
+        Rows(QString::fromUtf8(kind->QueryKey), folder->data(0, SchemaRole).toString());
+    Merge(folder, rows, ntObject);
+    if (rows.isEmpty()) ShowEmpty(folder);
     folder->setData(0, LoadedRole, true);
+    FilterFolder(folder, false);
   } catch (const std::exception& e) {
     ShowError(folder, QString::fromStdString(e.what()));
   }
@@ -177,6 +193,8 @@ void TObjectBrowser::Merge(QTreeWidgetItem* parent, const QList<QVariantMap>& ro
         item->setData(0, SchemaRole, schema);
         item->setData(0, KindRole, kindKey);
         item->setIcon(0, style()->standardIcon(QStyle::SP_FileIcon));
+        if (parent->data(0, GreyedRole).toBool())
+          item->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
       }
     }
     item->setData(0, RowRole, row);
@@ -196,6 +214,99 @@ void TObjectBrowser::Refresh() {
     }
     for (int i = 0; i < item->childCount(); ++i) pending << item->child(i);
   }
+}
+
+void TObjectBrowser::RefreshCurrent() {
+  QTreeWidgetItem* item = currentItem();
+  if (!item) return;
+  const int type = item->data(0, TypeRole).toInt();
+  if (type == ntObject || type == ntMessage) item = item->parent();
+  if (!item) return;
+  switch (item->data(0, TypeRole).toInt()) {
+    case ntSchemas:
+      FillSchemas(item);
+      break;
+    case ntFolder:
+      Fill(item);
+      break;
+    case ntSchema:
+      for (int i = 0; i < item->childCount(); ++i)
+        if (item->child(i)->data(0, LoadedRole).toBool()) Fill(item->child(i));
+      break;
+    default:
+      break;
+  }
+}
+
+// The filter only touches object lines. While the text grows, a hidden line stays hidden, so
+// only the shown ones are tested again.
+void TObjectBrowser::SetFilter(const QString& text) {
+  const QString filter = text.trimmed();
+  if (filter == FFilter) return;
+  const bool narrowing = !FFilter.isEmpty() && filter.contains(FFilter, Qt::CaseInsensitive);
+  FFilter = filter;
+  setUpdatesEnabled(false);
+  QList<QTreeWidgetItem*> pending{invisibleRootItem()};
+  while (!pending.isEmpty()) {
+    QTreeWidgetItem* item = pending.takeLast();
+    if (item->data(0, TypeRole).toInt() == ntFolder) {
+      FilterFolder(item, narrowing);
+      continue;
+    }
+    for (int i = 0; i < item->childCount(); ++i) pending << item->child(i);
+  }
+  setUpdatesEnabled(true);
+}
+
+void TObjectBrowser::FilterFolder(QTreeWidgetItem* folder, bool narrowing) {
+  for (int i = 0; i < folder->childCount(); ++i) {
+    QTreeWidgetItem* child = folder->child(i);
+    if (child->data(0, TypeRole).toInt() != ntObject) continue;
+    if (narrowing && child->isHidden()) continue;
+    const bool hide = !FFilter.isEmpty() && !child->text(0).contains(FFilter, Qt::CaseInsensitive);
+    if (child->isHidden() != hide) child->setHidden(hide);
+  }
+}
+
+void TObjectBrowser::SetKindAvailable(std::function<bool(const TObjectKind&)> available) {
+  FKindAvailable = std::move(available);
+  UpdateKindStates();
+}
+
+void TObjectBrowser::StyleFolder(QTreeWidgetItem* folder) {
+  const TObjectKind* kind = FindKind(folder->data(0, KindRole).toString());
+  const bool greyed = kind && FKindAvailable && !FKindAvailable(*kind);
+  if (folder->data(0, GreyedRole).toBool() == greyed && folder->data(0, GreyedRole).isValid())
+    return;
+  folder->setData(0, GreyedRole, greyed);
+  const QBrush brush =
+      palette().brush(greyed ? QPalette::Disabled : QPalette::Active, QPalette::Text);
+  folder->setForeground(0, brush);
+  folder->setToolTip(0, greyed ? QStringLiteral("The object dialogs have no dialog for %1 yet: "
+                                                "they are listed, not opened.")
+                                     .arg(folder->text(0))
+                               : QString());
+  for (int i = 0; i < folder->childCount(); ++i)
+    if (folder->child(i)->data(0, TypeRole).toInt() == ntObject)
+      folder->child(i)->setForeground(0, brush);
+}
+
+void TObjectBrowser::UpdateKindStates() {
+  QList<QTreeWidgetItem*> pending{invisibleRootItem()};
+  while (!pending.isEmpty()) {
+    QTreeWidgetItem* item = pending.takeLast();
+    if (item->data(0, TypeRole).toInt() == ntFolder) {
+      StyleFolder(item);
+      continue;
+    }
+    for (int i = 0; i < item->childCount(); ++i) pending << item->child(i);
+  }
+}
+
+bool TObjectBrowser::IsGreyed(const QTreeWidgetItem* item) {
+  for (; item; item = item->parent())
+    if (item->data(0, TypeRole).toInt() == ntFolder) return item->data(0, GreyedRole).toBool();
+  return false;
 }
 
 TObjectBrowser::TNodeType TObjectBrowser::CurrentNodeType() const {

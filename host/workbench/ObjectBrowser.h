@@ -5,6 +5,7 @@
 
 #include <QTreeWidget>
 #include <QVariantMap>
+#include <functional>
 
 #include "host/workbench/ObjectKinds.h"
 
@@ -23,8 +24,23 @@ class TObjectBrowser : public QTreeWidget {
 
   // Builds the top level anew (folders are filled again when expanded).
   void Reload();
+  // Browses another connection, from the top level.
+  void SetConnection(kel::TEsDBInfo* db);
   // Reads every filled folder again, keeping what is expanded and selected.
   void Refresh();
+  // Reads again only what the selected node shows: its folder (the folder of a selected object),
+  // the filled folders of a selected schema, or the schema list.
+  void RefreshCurrent();
+
+  // Shows only the objects whose caption holds `text` (any letter case); folders and schemas
+  // stay. An empty text shows everything. Folders filled later are filtered as they fill.
+  void SetFilter(const QString& text);
+  QString Filter() const { return FFilter; }
+  // Decides whether the module has a dialog for a kind; kinds without one are shown greyed.
+  void SetKindAvailable(std::function<bool(const TObjectKind&)> available);
+  // Greys or ungreys the folders again after the predicate's answer changed.
+  void UpdateKindStates();
+  static bool IsGreyed(const QTreeWidgetItem* item);
 
   // The selected node and what it stands for. The schema is the one the node is in (empty
   // for the database-wide kinds); the kind is that of the folder or object.
@@ -54,8 +70,14 @@ class TObjectBrowser : public QTreeWidget {
   void Merge(QTreeWidgetItem* parent, const QList<QVariantMap>& rows, TNodeType type);
   QList<QVariantMap> Rows(const QString& queryKey, const QString& schema);
   void ShowError(QTreeWidgetItem* folder, const QString& message);
+  // The "(none)" line of a folder without objects.
+  void ShowEmpty(QTreeWidgetItem* folder);
+  void FilterFolder(QTreeWidgetItem* folder, bool narrowing);
+  void StyleFolder(QTreeWidgetItem* folder);
 
   kel::TEsDBInfo* FDB;
+  QString FFilter;
+  std::function<bool(const TObjectKind&)> FKindAvailable;
 };
 
 }  // namespace wb

@@ -1,11 +1,14 @@
 #include "host/workbench/ScriptLogView.h"
 
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "host/core/ScriptSplitter.h"
 #include "host/core/SqlConnection.h"
 
 namespace wb {
@@ -28,19 +31,11 @@ host::TSqlConnection* JournalOf(host::TConnection* connection) {
 }  // namespace
 
 TScriptLogView::TScriptLogView(host::TConnection* connection, QWidget* parent)
-    : QWidget(parent), FJournal(JournalOf(connection)) {
-  const bool journaled = FJournal != nullptr;
+    : QWidget(parent), FJournal(nullptr) {
   setObjectName(QStringLiteral("ScriptLogView"));
   FNote = new QLabel(this);
   FNote->setObjectName(QStringLiteral("ScriptLogNote"));
   FNote->setWordWrap(true);
-  FNote->setText(
-      journaled
-          ? QStringLiteral("This database records the statements it is given but does not run "
-                           "them: the demo does not change its catalog. Every statement of every "
-                           "executed script is listed here with the time it was recorded.")
-          : QStringLiteral("Scripts run on the connected server and change its catalog; there "
-                           "is no script log for this connection."));
   FList = new QTreeWidget(this);
   FList->setObjectName(QStringLiteral("ScriptLogList"));
   FList->setColumnCount(3);
@@ -49,14 +44,40 @@ TScriptLogView::TScriptLogView(host::TConnection* connection, QWidget* parent)
   FList->setRootIsDecorated(false);
   FList->setUniformRowHeights(true);
   FList->header()->setStretchLastSection(true);
-  FList->setVisible(journaled);
   connect(FList, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     emit OpenStatement(item->data(2, kStatementRole).toString());
   });
+  FClearBtn = new QPushButton(QStringLiteral("Clear"), this);
+  FClearBtn->setObjectName(QStringLiteral("ScriptLogClearBtn"));
+  FExportBtn = new QPushButton(QStringLiteral("Export..."), this);
+  FExportBtn->setObjectName(QStringLiteral("ScriptLogExportBtn"));
+  connect(FClearBtn, &QPushButton::clicked, this, &TScriptLogView::ClearRequested);
+  connect(FExportBtn, &QPushButton::clicked, this, &TScriptLogView::ExportRequested);
+  auto* top = new QHBoxLayout;
+  top->addWidget(FNote, 1);
+  top->addWidget(FClearBtn, 0, Qt::AlignTop);
+  top->addWidget(FExportBtn, 0, Qt::AlignTop);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(4, 4, 4, 4);
-  layout->addWidget(FNote);
+  layout->addLayout(top);
   layout->addWidget(FList, 1);
+  SetConnection(connection);
+}
+
+void TScriptLogView::SetConnection(host::TConnection* connection) {
+  FJournal = JournalOf(connection);
+  const bool journaled = FJournal != nullptr;
+  FNote->setText(
+      journaled
+          ? QStringLiteral("This database records the statements it is given but does not run "
+                           "them: the demo does not change its catalog. Every statement of every "
+                           "executed script is listed here with the time it was recorded.")
+          : QStringLiteral("Scripts run on the connected server and change its catalog; there "
+                           "is no script log for this connection."));
+  FList->clear();
+  FList->setVisible(journaled);
+  FClearBtn->setVisible(journaled);
+  FExportBtn->setVisible(journaled);
   Refresh();
 }
 
@@ -74,7 +95,30 @@ int TScriptLogView::Refresh() {
   }
   FList->addTopLevelItems(items);
   if (!items.isEmpty()) FList->scrollToItem(items.last());
+  FClearBtn->setEnabled(!items.isEmpty());
+  FExportBtn->setEnabled(!items.isEmpty());
   return Count();
+}
+
+void TScriptLogView::Clear() {
+  if (!FJournal) return;
+  FJournal->ClearScriptLog();
+  Refresh();
+}
+
+QString TScriptLogView::ExportText() const {
+  if (!FJournal) return QString();
+  QString text;
+  for (const host::TScriptLogEntry& entry : FJournal->ScriptLog()) {
+    text +=
+        QStringLiteral("-- %1\n").arg(entry.RunAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    const QString statement = entry.Statement.trimmed();
+    if (host::IsPlSqlUnit(statement))
+      text += statement + QStringLiteral("\n/\n\n");
+    else
+      text += statement + QStringLiteral(";\n\n");
+  }
+  return text;
 }
 
 int TScriptLogView::Count() const {

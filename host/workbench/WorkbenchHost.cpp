@@ -16,6 +16,7 @@
 #include "host/core/ModuleFile.h"
 #include "host/core/RecordingHost.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "plugin/Dispatch.h"
 #include "plugin/KelQuery.h"
 
 namespace wb {
@@ -101,6 +102,8 @@ bool TModule::Load(const QString& fileName, QString* error) {
   FLibrary = std::move(library);
   FOpen = open;
   FFileName = fileName;
+  FInProcess = false;
+  FRefused.clear();
   return true;
 }
 
@@ -108,6 +111,18 @@ void TModule::Use(TOpenProc open, const QString& fileName) {
   FLibrary.reset();
   FOpen = open;
   FFileName = fileName;
+  FInProcess = true;
+  FRefused.clear();
+}
+
+bool TModule::Answers(const QString& word) const {
+  if (!FOpen) return false;
+  const QString upper = word.toUpper();
+  if (FRefused.contains(upper)) return false;
+  if (!FInProcess) return true;
+  for (const kel::TDispatchRow& row : kel::DispatchTable())
+    if (upper == QLatin1String(row.Word)) return row.Routine != nullptr;
+  return false;
 }
 
 QString DefaultModulePath() {
@@ -147,6 +162,7 @@ int TWorkbenchHost::OpenObject(const QString& word, QWidget* parent, kel::TXLink
   if (!FModule.Loaded()) return result;
   const QByteArray w = word.toUtf8();
   FModule.Open()(this, &result, parent, link, w.constData());
+  if (result == -1) FModule.SetRefused(word);
   return result;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLibrary>
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -43,10 +44,18 @@ class TModule {
   TOpenProc Open() const { return FOpen; }
   QString FileName() const { return FFileName; }
 
+  // Whether the module has a dialog for `word`. A module in this process is asked through its
+  // dispatch table; a loaded one exports only `Open`, so a word counts as answered until a
+  // request for it came back untouched.
+  bool Answers(const QString& word) const;
+  void SetRefused(const QString& word) { FRefused.insert(word.toUpper()); }
+
  private:
   std::unique_ptr<QLibrary> FLibrary;
   TOpenProc FOpen = nullptr;
   QString FFileName;
+  bool FInProcess = false;
+  QSet<QString> FRefused;
 };
 
 // Where the module is looked for when no --module is given: next to the executable, then in
@@ -68,6 +77,8 @@ class TWorkbenchHost : public kel::THost {
   void SetSaveFileAnswerer(TSaveFileAnswerer answerer) { FSaveAnswerer = std::move(answerer); }
   void SetInputAnswerer(TInputAnswerer answerer) { FInputAnswerer = std::move(answerer); }
   void SetSettingsDir(const QString& dir) { FSettingsDir = dir; }
+  // The connection the services use from now on (the window switched connection).
+  void SetConnection(host::TConnection* connection) { FConnection = connection; }
 
   // Calls the module's `Open`; returns Result, -1 when the module is not loaded or left it
   // untouched (a word it has no dialog for).

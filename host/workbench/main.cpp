@@ -1,10 +1,13 @@
 // workbench [--db URL] [--module PATH] [--settings DIR]
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <cstdio>
 
 #include "host/core/SqlConnection.h"
+#include "host/workbench/ConnectDialog.h"
 #include "host/workbench/WorkbenchWindow.h"
 
 namespace {
@@ -15,19 +18,6 @@ void Report(const QString& text, bool fatal) {
     QMessageBox::critical(nullptr, QStringLiteral("NewObjDlg Workbench"), text);
   else
     QMessageBox::warning(nullptr, QStringLiteral("NewObjDlg Workbench"), text);
-}
-
-// What the title and status line call the connection: the URL without its password.
-QString ConnectionLabel(const QString& url) {
-  if (url.isEmpty() || url == QLatin1String("demo")) return QStringLiteral("demo");
-  QString label = url;
-  const qsizetype scheme = label.indexOf(QStringLiteral("://"));
-  const qsizetype at = label.lastIndexOf(u'@');
-  if (scheme >= 0 && at > scheme) {
-    const qsizetype colon = label.indexOf(u':', scheme + 3);
-    if (colon >= 0 && colon < at) label.remove(colon, at - colon);
-  }
-  return label;
 }
 
 }  // namespace
@@ -59,15 +49,29 @@ int main(int argc, char** argv) {
   const QString url = parser.value(db);
   QString error;
   std::unique_ptr<host::TConnection> connection = host::OpenConnection(url, &error);
+  QString label = wb::ConnectionLabel(url);
   if (!connection) {
-    Report(QStringLiteral("Cannot open the database \"%1\".\n\n%2")
-               .arg(url.isEmpty() ? QStringLiteral("demo") : ConnectionLabel(url), error),
-           true);
-    return 1;
+    // A database that cannot be opened is not the end: the user corrects the details and
+    // tries again, or picks another connection.
+    std::fprintf(stderr, "workbench: %s\n", qPrintable(error));
+    const QString settingsDir =
+        parser.isSet(settings)
+            ? parser.value(settings)
+            : QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    QDir().mkpath(settingsDir);
+    wb::TConnectDialog dialog(settingsDir);
+    dialog.SetUrl(url);
+    dialog.ShowError(QStringLiteral("Cannot open the database \"%1\".\n\n%2\n\nCorrect the "
+                                    "details and press Connect to try again.")
+                         .arg(label, error));
+    if (dialog.exec() != QDialog::Accepted) return 1;
+    connection = dialog.TakeConnection();
+    label = dialog.Label();
+    if (!connection) return 1;
   }
 
   wb::TWorkbenchOptions options;
-  options.ConnectionLabel = ConnectionLabel(url);
+  options.ConnectionLabel = label;
   options.SettingsDir = parser.value(settings);
   wb::TWorkbenchWindow window(std::move(connection), options);
 
@@ -75,6 +79,7 @@ int main(int argc, char** argv) {
   if (!window.Host().Module().Load(modulePath, &error))
     Report(error + QStringLiteral("\n\nThe browser works; the object dialogs are not available."),
            false);
+  window.ModuleChanged();
 
   window.show();
   return app.exec();
