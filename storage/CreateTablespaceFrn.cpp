@@ -40,7 +40,7 @@ TCreateTablespaceFrm::TCreateTablespaceFrm(QWidget* owner)
     int Width;
   } columns[] = {
       {"DataFileTLFileName", "File Name", 240}, {"DataFileTLSize", "Size", 70},
-      {"DataFileTLReuse", "Reuse", 50},         {"DataFileTLAutoExtend", "Auto Extend", 75},
+      {"DataFileTLReuse", "Reuse", 50},         {"DataFileTLAutoExtend", "Auto Extend", 85},
       {"DataFileTLNext", "Next", 60},           {"DataFileTLMaxSize", "Max Size", 80}};
   for (const auto& c : columns) {
     TKelTreeColumn column;

@@ -247,5 +247,5 @@ TEST(ScriptJournal, TheDemoJournalNeverHoldsALinkPassword) {
   const auto log = db->ScriptLog();
   ASSERT_FALSE(log.isEmpty());
   EXPECT_FALSE(log.last().Statement.contains("Secret"));
-  EXPECT_TRUE(log.last().Statement.contains("IDENTIFIED BY ********"));
+  EXPECT_TRUE(log.last().Statement.contains("IDENTIFIED BY \"********\""));
 }
