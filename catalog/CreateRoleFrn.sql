@@ -92,7 +92,7 @@ SELECT COLUMN_NAME AS "COLUMN_NAME"
  ORDER BY COLUMN_ID
 
 -- name: CreateRoleFrn.SynonymType
--- The type of the object a synonym stands for (bodies left out: grants go to the specification).
+-- The type of the object a synonym stands for (bodies left out: grants go to the package or type itself).
 SELECT O.OBJECT_TYPE AS "OBJECT_TYPE"
   FROM ALL_SYNONYMS S
   JOIN ALL_OBJECTS O

@@ -1,5 +1,5 @@
 -- Stored code for the job dialog's picker: a package whose body no longer compiles (its
--- specification is valid, so only the body's status tells that it cannot run).
+-- package header is valid, so only the body's status tells that it cannot run).
 INSERT INTO ALL_OBJECTS (OWNER, OBJECT_NAME, OBJECT_ID, OBJECT_TYPE, CREATED, LAST_DDL_TIME,
     STATUS, TEMPORARY, GENERATED) VALUES
   ('APP', 'BATCH_PKG', 0, 'PACKAGE', '2023-05-02 10:00:00', '2023-05-02 10:00:00', 'VALID', 'N', 'N'),

@@ -1,6 +1,6 @@
 -- Object and collection types of SALES for the type dialogs (built on the types of APP): an account type with attributes of every
 -- kind, methods with and without parameters and a body; a type whose attribute names a type
--- that has been dropped since (its specification is invalid); a VARRAY of dates.
+-- that has been dropped since (the type itself is now invalid); a VARRAY of dates.
 
 INSERT INTO ALL_TYPES (OWNER, TYPE_NAME, TYPE_OID, TYPECODE, ATTRIBUTES, METHODS, FINAL,
     INSTANTIABLE, SUPERTYPE_OWNER, SUPERTYPE_NAME, LOCAL_ATTRIBUTES, LOCAL_METHODS) VALUES

@@ -1,5 +1,5 @@
 // One data file or temp file as the storage dialogs collect it, and the text of its file
-// specification: the quoted path, SIZE, REUSE and the AUTOEXTEND clause. Sizes are kept as the
+// clause: the quoted path, SIZE, REUSE and the AUTOEXTEND clause. Sizes are kept as the
 // user typed them (a whole number and a unit "KB", "MB" or "GB") and written as Oracle's size
 // clause, the number followed by the unit letter.
 #pragma once

@@ -685,12 +685,12 @@ QString TCreateTableFrm::TypeSpec(const QStringList& cells) {
 // The type of a loaded column as MODIFY writes it: a column sized in characters keeps its
 // length semantics while it stays CHAR or VARCHAR2 ("VARCHAR2(20 CHAR)").
 QString TCreateTableFrm::LoadedTypeSpec(const QStringList& cells) const {
-  QString spec = TypeSpec(cells);
+  QString typeText = TypeSpec(cells);
   const QString& type = cells[ccType];
   if (FCharSemantics.contains(cells[ccID]) && (type == u"CHAR" || type == u"VARCHAR2") &&
-      !cells[ccSize].isEmpty() && spec.endsWith(u')'))
-    spec.insert(spec.size() - 1, QStringLiteral(" CHAR"));
-  return spec;
+      !cells[ccSize].isEmpty() && typeText.endsWith(u')'))
+    typeText.insert(typeText.size() - 1, QStringLiteral(" CHAR"));
+  return typeText;
 }
 
 // One column of a column list: CR, two blanks, name, type, default, NOT NULL and a comma.

@@ -159,7 +159,7 @@ bool TCreateMethodFrm::Validate() {
   if (!CheckName(ui->ObjNameLbl, ui->ObjNameEd, name)) return false;
   if (Trim(ui->TypeCmb->currentText()).isEmpty()) return CheckFail(ui->TypeLbl, ui->TypeCmb);
   if (IsFunction()) {
-    // A function without a return type would give a specification Oracle refuses.
+    // A function without a return type would give a declaration Oracle refuses.
     const QString type = Trim(ui->ReturnTypeCmb->currentText());
     if (type.isEmpty()) return CheckFail(ui->ReturnTypeGrp->title(), ui->ReturnTypeCmb);
     if (IsObjectMarker(type)) {

@@ -1,4 +1,4 @@
-// The method dialog: one method specification of an object type (name, kind, return type,
+// The method dialog: one method declaration of an object type (name, kind, return type,
 // parameters edited in the parameter dialog, pragma flags). Its caller takes the row back.
 #pragma once
 

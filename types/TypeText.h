@@ -76,7 +76,7 @@ const QStringList& MethodKinds();
 QString SizedTypeText(const QString& type, const QString& length, const QString& precision,
                       const QString& scale);
 
-// One attribute line of the type specification, with its trailing comma.
+// One attribute line of the CREATE TYPE statement, with its trailing comma.
 QString AttributeLine(const TTypeAttribute& attribute);
 // The parameters of a method joined for its parentheses (no final comma; empty when none).
 QString ParameterList(const QList<TTypeParam>& params);
@@ -84,10 +84,10 @@ QString ParameterList(const QList<TTypeParam>& params);
 QString ReturnTypeText(const TTypeMethod& method);
 // The declaration of a method without its return type: kind, name and parameters.
 QString MethodHead(const TTypeMethod& method);
-// One method line of the type specification, with its trailing comma.
+// One method line of the CREATE TYPE statement, with its trailing comma.
 QString MethodLine(const TTypeMethod& method);
 
-// The type specification, line by line: head, "(", the attributes and methods (the last one
+// The CREATE TYPE statement, line by line: head, "(", the attributes and methods (the last one
 // without its comma), the closing line and an empty line. `closing` is the closing line.
 QStringList TypeSpecLines(const QString& schema, const QString& name,
                           const QList<TTypeAttribute>& attributes,

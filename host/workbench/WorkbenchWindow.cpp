@@ -559,7 +559,8 @@ bool TWorkbenchWindow::RunQuery(const QString& statement) {
   FResultDock->show();
   FResultDock->raise();
   ShowStatus(result.Rows.size() > kMaxResultRows
-                 ? QStringLiteral("The first %1 of %2 rows.").arg(rows).arg(result.Rows.size())
+                 ? QStringLiteral("The first %1 of %2 rows.")
+                       .arg(QString::number(rows), QString::number(result.Rows.size()))
                  : QStringLiteral("%1 row(s).").arg(rows));
   return true;
 }

@@ -15,10 +15,10 @@ namespace {
 TSysPrivilegeTexts Sys() {
   TSysPrivilegeTexts sys;
   sys.Grant = [](const QString& g, const QString& p, bool admin, int kind) {
-    return QStringLiteral("G %1 %2 %3 %4").arg(p, g).arg(admin).arg(kind);
+    return QStringLiteral("G %1 %2 %3 %4").arg(p, g, QString::number(admin), QString::number(kind));
   };
   sys.Revoke = [](const QString& g, const QString& p, int kind) {
-    return QStringLiteral("R %1 %2 %3").arg(p, g).arg(kind);
+    return QStringLiteral("R %1 %2 %3").arg(p, g, QString::number(kind));
   };
   return sys;
 }
