@@ -18,7 +18,7 @@ void TKelEditor::SaveFile(const QString& fileName) const {
   QFile f(fileName);
   if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
     throw EKelError(QStringLiteral("Cannot write %1: %2").arg(fileName, f.errorString()));
-  f.write(text().toUtf8());
+  f.write(Text().toUtf8());
 }
 
 void TKelEditor::PlSqlEditor() {
@@ -31,6 +31,24 @@ void TKelEditor::PlSqlEditor() {
   setMarginLineNumbers(0, true);
   setBraceMatching(QsciScintilla::SloppyBraceMatch);
   setAutoIndent(true);
+}
+
+QString TKelEditor::Text() const {
+  const long length = SendScintilla(SCI_GETLENGTH);
+  QByteArray bytes(length + 1, '\0');
+  SendScintilla(SCI_GETTEXT, static_cast<unsigned long>(length + 1), bytes.data());
+  bytes.resize(length);
+  return QString::fromUtf8(bytes);
+}
+
+void TKelEditor::SetText(const QString& text) {
+  const bool readOnly = isReadOnly();
+  setReadOnly(false);
+  const QByteArray bytes = text.toUtf8();
+  SendScintilla(SCI_CLEARALL);
+  SendScintilla(SCI_APPENDTEXT, static_cast<unsigned long>(bytes.size()), bytes.constData());
+  SendScintilla(SCI_EMPTYUNDOBUFFER);
+  setReadOnly(readOnly);
 }
 
 }  // namespace kel

@@ -10,8 +10,9 @@ class TKelEditor : public QsciScintilla {
  public:
   explicit TKelEditor(QWidget* parent = nullptr);
 
-  QString Text() const { return text(); }
-  void SetText(const QString& text) { setText(text); }
+  // The whole text, also past a NUL character (QScintilla's text() and setText() stop there).
+  QString Text() const;
+  void SetText(const QString& text);
   // Writes the text as it stands (UTF-8, line breaks untouched); EKelError when it cannot.
   void SaveFile(const QString& fileName) const;
   void SelectAllClick() { selectAll(true); }

@@ -69,6 +69,25 @@ TEST(ViewSql, ClipboardAndSendToEditorReachTheHost) {
   EXPECT_EQ(host.EventsOf("editor")[0]["text"].toString(), "SELECT 1\r\n");
 }
 
+TEST(ViewSql, EveryOutputKeepsTheWholeTextPastANul) {
+  test::TTestHost host;
+  QWidget owner;
+  const QString text = QStringLiteral("SELECT 'a") + QChar(0) + QStringLiteral("b' FROM DUAL;\r\n");
+  host.Host().OpenViewSQLFrm(&owner, text);
+  TViewSqlFrm* preview = Previews(&owner).first();
+  EXPECT_EQ(preview->SQLEditor()->Text(), text);
+  EXPECT_TRUE(preview->SQLEditor()->isReadOnly());
+  preview->ScriptClipBtnClick();
+  preview->ScriptSendEditorBtnClick();
+  EXPECT_EQ(host.EventsOf("preview")[0]["text"].toString(), text);
+  EXPECT_EQ(host.EventsOf("clipboard")[0]["text"].toString(), text);
+  EXPECT_EQ(host.EventsOf("editor")[0]["text"].toString(), text);
+  QTemporaryDir dir;
+  const QString file = dir.filePath(QStringLiteral("nul.sql"));
+  preview->SQLEditor()->SaveFile(file);
+  EXPECT_EQ(ReadFile(file), text.toUtf8());
+}
+
 TEST(ViewSql, SavingOverAnExistingFileWritesOnlyOnYes) {
   QTemporaryDir dir;
   const QString existing = dir.filePath("old.sql"), fresh = dir.filePath("new.sql");
