@@ -1,5 +1,6 @@
 #include "plugin/KelSpinEdit.h"
 
+#include <QFontMetrics>
 #include <QLineEdit>
 #include <algorithm>
 
@@ -149,6 +150,26 @@ QAbstractSpinBox::StepEnabled TKelSpinEdit::stepEnabled() const {
   const QString text = Text().trimmed();
   if (isReadOnly() || !(text.isEmpty() || text == u"-" || IsIntegerText(text))) return StepNone;
   return StepUpEnabled | StepDownEnabled;
+}
+
+QSize TKelSpinEdit::sizeHint() const {
+  QSize hint = QAbstractSpinBox::sizeHint();
+  const QFontMetrics metrics(font());
+  // The base hint holds the frame, the arrows and the current text; the text part is widened to
+  // twelve digits.
+  const int shown = metrics.horizontalAdvance(lineEdit()->text());
+  const int wanted = metrics.horizontalAdvance(QString(12, u'9'));
+  if (wanted > shown) hint.rwidth() += wanted - shown;
+  return hint;
+}
+
+QSize TKelSpinEdit::minimumSizeHint() const {
+  QSize hint = QAbstractSpinBox::minimumSizeHint();
+  const QFontMetrics metrics(font());
+  const int shown = metrics.horizontalAdvance(lineEdit()->text());
+  const int wanted = metrics.horizontalAdvance(QString(8, u'9'));
+  if (wanted > shown) hint.rwidth() += wanted - shown;
+  return hint;
 }
 
 }  // namespace kel

@@ -25,6 +25,10 @@ class TKelSpinEdit : public QAbstractSpinBox {
   // True when the text is empty (not given) or a whole number within the range.
   bool IsAcceptable() const;
 
+  // Wide enough to show a 12-digit value whole (longer ones scroll).
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
   void stepBy(int steps) override;
   QValidator::State validate(QString& input, int& pos) const override;
   // Empty means "not given" and stays empty; a lone "-" is cleared when the editing ends, so
