@@ -11,6 +11,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "security/SecurityForm.h"
+
 namespace kel {
 
 QStringList ProfileStatement(const QString& head, const QList<TProfileLimit>& limits) {
@@ -49,26 +51,11 @@ void TCreateProfileFrm::BuildForm() {
   MainPage->setObjectName(QStringLiteral("MainPage"));
   MainPage->addTab(BuildResourcePage(), QStringLiteral("Resource"));
   MainPage->addTab(BuildPasswordPage(), QStringLiteral("Password"));
-  FSqlPage = new QWidget();
-  FSqlPage->setObjectName(QStringLiteral("SqlTabSheet"));
-  auto* sqlLayout = new QVBoxLayout(FSqlPage);
-  SqlText = new QPlainTextEdit(FSqlPage);
-  SqlText->setObjectName(QStringLiteral("SqlText"));
-  SqlText->setReadOnly(true);
-  sqlLayout->addWidget(SqlText);
-  MainPage->addTab(FSqlPage, QStringLiteral("SQL"));
+  FSqlPage = AddSqlPage(MainPage, &SqlText);
   layout->addWidget(MainPage, 1);
 
-  auto* buttons = new QHBoxLayout();
-  buttons->addStretch(1);
-  auto* view = new QPushButton(QStringLiteral("View SQL"), this);
-  view->setObjectName(QStringLiteral("ViewSqlBtn"));
-  auto* ok = new QPushButton(QStringLiteral("OK"), this);
-  ok->setObjectName(QStringLiteral("OkBtn"));
-  auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cancel->setObjectName(QStringLiteral("CancelBtn"));
-  for (QPushButton* b : {view, ok, cancel}) buttons->addWidget(b);
-  layout->addLayout(buttons);
+  QPushButton *view, *ok, *cancel;
+  layout->addLayout(NewButtonRow(this, &view, &ok, &cancel));
   connect(view, &QPushButton::clicked, this, &TCreateProfileFrm::ViewSqlBtnClick);
   connect(ok, &QPushButton::clicked, this, &TCreateProfileFrm::OkBtnClick);
   connect(cancel, &QPushButton::clicked, this, &TCreateProfileFrm::CancelBtnClick);
@@ -196,9 +183,7 @@ void TCreateProfileFrm::LoadProfile() {
   AlterQry.LoadSQL(QStringLiteral("CreateProfileFrn.Exists"));
   AlterQry.ParamByName(QStringLiteral("P_NAME")) = FProfileName;
   AlterQry.Open();
-  if (AlterQry.Eof())
-    throw EKelError(FormatMsg(Application()->esGetMSG(QStringLiteral("CreateProfileFrn.NotFound")),
-                              {FProfileName}));
+  if (AlterQry.Eof()) ThrowNotFound("CreateProfileFrn.NotFound", FProfileName);
   // The limits are not loaded: an empty box leaves its limit as it is.
   AlterQry.Close();
   AlterQry.LoadSQL(QStringLiteral("CreateRoleFrn.Alter01"));
@@ -218,8 +203,7 @@ QString TCreateProfileFrm::ProfileName() const {
 }
 
 bool TCreateProfileFrm::Validate() {
-  if (ProfileName().isEmpty()) return CheckFail(ProfileLbl, ProfileEd);
-  return CheckName(ProfileLbl, ProfileEd, ProfileName());
+  return CheckNameField(this, ProfileLbl, ProfileEd, ProfileName());
 }
 
 void TCreateProfileFrm::BuildSql() {

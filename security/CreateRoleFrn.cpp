@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "security/GrantEditor.h"
+#include "security/SecurityForm.h"
 
 namespace kel {
 
@@ -30,30 +31,12 @@ void TCreateRoleFrm::BuildForm() {
   MainPage->setObjectName(QStringLiteral("MainPage"));
   FGrants = new TGrantEditor(this, this, RoleGrantTexts(), [this] { return RoleName(); });
   MainPage->addTab(BuildRoleInfoPage(), QStringLiteral("Role Info"));
-  MainPage->addTab(FGrants->RolesPage(), QStringLiteral("Roles"));
-  MainPage->addTab(FGrants->SystemPage(), QStringLiteral("System Privileges"));
-  MainPage->addTab(FGrants->ObjectPage(), QStringLiteral("Object Grants"));
-  MainPage->addTab(FGrants->ResourcePage(), QStringLiteral("Resource Groups"));
-  FSqlPage = new QWidget();
-  FSqlPage->setObjectName(QStringLiteral("SqlTabSheet"));
-  auto* sqlLayout = new QVBoxLayout(FSqlPage);
-  SqlText = new QPlainTextEdit(FSqlPage);
-  SqlText->setObjectName(QStringLiteral("SqlText"));
-  SqlText->setReadOnly(true);
-  sqlLayout->addWidget(SqlText);
-  MainPage->addTab(FSqlPage, QStringLiteral("SQL"));
+  AddGrantPages(MainPage, FGrants, QStringLiteral("Object Grants"));
+  FSqlPage = AddSqlPage(MainPage, &SqlText);
   layout->addWidget(MainPage, 1);
 
-  auto* buttons = new QHBoxLayout();
-  buttons->addStretch(1);
-  auto* view = new QPushButton(QStringLiteral("View SQL"), this);
-  view->setObjectName(QStringLiteral("ViewSqlBtn"));
-  auto* ok = new QPushButton(QStringLiteral("OK"), this);
-  ok->setObjectName(QStringLiteral("OkBtn"));
-  auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cancel->setObjectName(QStringLiteral("CancelBtn"));
-  for (QPushButton* b : {view, ok, cancel}) buttons->addWidget(b);
-  layout->addLayout(buttons);
+  QPushButton *view, *ok, *cancel;
+  layout->addLayout(NewButtonRow(this, &view, &ok, &cancel));
   connect(view, &QPushButton::clicked, this, &TCreateRoleFrm::ViewSqlBtnClick);
   connect(ok, &QPushButton::clicked, this, &TCreateRoleFrm::OkBtnClick);
   connect(cancel, &QPushButton::clicked, this, &TCreateRoleFrm::CancelBtnClick);
@@ -95,14 +78,10 @@ QWidget* TCreateRoleFrm::BuildRoleInfoPage() {
   auto* pwdGrid = new QGridLayout(password);
   PasswordLbl = new QLabel(QStringLiteral("Password :"), password);
   PasswordLbl->setObjectName(QStringLiteral("PasswordLbl"));
-  PasswordEd = new QLineEdit(password);
-  PasswordEd->setObjectName(QStringLiteral("PasswordEd"));
-  PasswordEd->setEchoMode(QLineEdit::Password);
+  PasswordEd = NewPasswordEdit("PasswordEd", password);
   VerifyPasswordLbl = new QLabel(QStringLiteral("Verity Password :"), password);
   VerifyPasswordLbl->setObjectName(QStringLiteral("VerifyPasswordLbl"));
-  VerifyPasswordEd = new QLineEdit(password);
-  VerifyPasswordEd->setObjectName(QStringLiteral("VerifyPasswordEd"));
-  VerifyPasswordEd->setEchoMode(QLineEdit::Password);
+  VerifyPasswordEd = NewPasswordEdit("VerifyPasswordEd", password);
   pwdGrid->addWidget(PasswordLbl, 0, 0);
   pwdGrid->addWidget(PasswordEd, 0, 1);
   pwdGrid->addWidget(VerifyPasswordLbl, 1, 0);
@@ -136,8 +115,7 @@ void TCreateRoleFrm::showEvent(QShowEvent* event) {
 void TCreateRoleFrm::KelDllDBDlgFrmShow() {
   if (FIsAlter) LoadRole();
   AuthRdoClick();
-  if (FActiveTab > 0 && FActiveTab < MainPage->count() && MainPage->widget(FActiveTab) != FSqlPage)
-    MainPage->setCurrentIndex(FActiveTab);
+  ShowActiveTab(MainPage, FActiveTab, FSqlPage);
   if (RoleNameEd->isEnabled()) RoleNameEd->setFocus(Qt::OtherFocusReason);
 }
 
@@ -149,9 +127,7 @@ void TCreateRoleFrm::LoadRole() {
   AlterQry01.LoadSQL(QStringLiteral("CreateRoleFrn.Alter01"));
   AlterQry01.ParamByName(QStringLiteral("P_NAME")) = FRoleName;
   AlterQry01.Open();
-  if (AlterQry01.Eof())
-    throw EKelError(
-        FormatMsg(Application()->esGetMSG(QStringLiteral("CreateRoleFrn.NotFound")), {FRoleName}));
+  if (AlterQry01.Eof()) ThrowNotFound("CreateRoleFrn.NotFound", FRoleName);
   FPasswordRequired = Trim(AlterQry01.FieldByName(QStringLiteral("PASSWORD_REQUIRED")));
   if (FPasswordRequired == u"YES")
     DBAuthRdo->setChecked(true);
@@ -182,20 +158,9 @@ bool TCreateRoleFrm::PasswordRequired() const {
 }
 
 bool TCreateRoleFrm::Validate() {
-  if (RoleName().isEmpty()) return CheckFail(RoleNameLbl, RoleNameEd);
-  if (!CheckName(RoleNameLbl, RoleNameEd, RoleName())) return false;
-  if (PasswordRequired()) {
-    if (PasswordEd->text().isEmpty()) return CheckFail(PasswordLbl, PasswordEd);
-    if (VerifyPasswordEd->text().isEmpty()) return CheckFail(VerifyPasswordLbl, VerifyPasswordEd);
-  }
-  if (DBAuthRdo->isChecked() && PasswordEd->text() != VerifyPasswordEd->text()) {
-    if (Application())
-      Application()->esMsgDBox(QStringLiteral("Acm.PasswordsDoNotMatch"), {}, TMsgDlgType::Warning,
-                               false);
-    FocusControl(VerifyPasswordEd);
-    return false;
-  }
-  return true;
+  if (!CheckNameField(this, RoleNameLbl, RoleNameEd, RoleName())) return false;
+  return CheckPasswords(this, PasswordRequired(), DBAuthRdo->isChecked(), PasswordLbl, PasswordEd,
+                        VerifyPasswordLbl, VerifyPasswordEd);
 }
 
 void TCreateRoleFrm::AddCreateRole() {

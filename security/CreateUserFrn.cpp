@@ -15,6 +15,7 @@
 
 #include "plugin/KelTreeList.h"
 #include "security/GrantEditor.h"
+#include "security/SecurityForm.h"
 
 namespace kel {
 
@@ -82,35 +83,15 @@ void TCreateUserFrm::BuildForm() {
   MainPage->addTab(BuildUserInfoPage(), QStringLiteral("User Info"));
   FQuotaPage = BuildQuotaPage();
   MainPage->addTab(FQuotaPage, QStringLiteral("Quota"));
-  MainPage->addTab(FGrants->RolesPage(), QStringLiteral("Roles"));
-  MainPage->addTab(FGrants->SystemPage(), QStringLiteral("System Privileges"));
-  MainPage->addTab(FGrants->ObjectPage(), QStringLiteral("Object Privileges"));
-  MainPage->addTab(FGrants->ResourcePage(), QStringLiteral("Resource Groups"));
-  FSqlPage = new QWidget();
-  FSqlPage->setObjectName(QStringLiteral("SqlTabSheet"));
-  auto* sqlLayout = new QVBoxLayout(FSqlPage);
-  SqlText = new QPlainTextEdit(FSqlPage);
-  SqlText->setObjectName(QStringLiteral("SqlText"));
-  SqlText->setReadOnly(true);
-  sqlLayout->addWidget(SqlText);
-  MainPage->addTab(FSqlPage, QStringLiteral("SQL"));
+  AddGrantPages(MainPage, FGrants, QStringLiteral("Object Privileges"));
+  FSqlPage = AddSqlPage(MainPage, &SqlText);
   layout->addWidget(MainPage, 1);
 
-  auto* buttons = new QHBoxLayout();
-  buttons->addStretch(1);
-  for (auto [name, caption] : {std::pair{"ViewSqlBtn", "View SQL"}, std::pair{"OkBtn", "OK"},
-                               std::pair{"CancelBtn", "Cancel"}}) {
-    auto* b = new QPushButton(QString::fromLatin1(caption), this);
-    b->setObjectName(QString::fromLatin1(name));
-    buttons->addWidget(b);
-    if (b->objectName() == u"ViewSqlBtn")
-      connect(b, &QPushButton::clicked, this, &TCreateUserFrm::ViewSqlBtnClick);
-    else if (b->objectName() == u"OkBtn")
-      connect(b, &QPushButton::clicked, this, &TCreateUserFrm::OkBtnClick);
-    else
-      connect(b, &QPushButton::clicked, this, &TCreateUserFrm::CancelBtnClick);
-  }
-  layout->addLayout(buttons);
+  QPushButton *view, *ok, *cancel;
+  layout->addLayout(NewButtonRow(this, &view, &ok, &cancel));
+  connect(view, &QPushButton::clicked, this, &TCreateUserFrm::ViewSqlBtnClick);
+  connect(ok, &QPushButton::clicked, this, &TCreateUserFrm::OkBtnClick);
+  connect(cancel, &QPushButton::clicked, this, &TCreateUserFrm::CancelBtnClick);
   resize(640, 560);
 
   connect(MainPage, &QTabWidget::currentChanged, this, &TCreateUserFrm::MainPageChange);
@@ -143,16 +124,12 @@ QWidget* TCreateUserFrm::BuildUserInfoPage() {
   grid->addWidget(auth, row++, 0, 1, 2);
 
   PasswordLbl = NewLabel(QStringLiteral("PasswordLbl"), QStringLiteral("Password :"), page);
-  PasswordEd = new QLineEdit(page);
-  PasswordEd->setObjectName(QStringLiteral("PasswordEd"));
-  PasswordEd->setEchoMode(QLineEdit::Password);
+  PasswordEd = NewPasswordEdit("PasswordEd", page);
   grid->addWidget(PasswordLbl, row, 0);
   grid->addWidget(PasswordEd, row++, 1);
   VerifyPasswordLbl =
       NewLabel(QStringLiteral("VerifyPasswordLbl"), QStringLiteral("Verity Password :"), page);
-  VerifyPasswordEd = new QLineEdit(page);
-  VerifyPasswordEd->setObjectName(QStringLiteral("VerifyPasswordEd"));
-  VerifyPasswordEd->setEchoMode(QLineEdit::Password);
+  VerifyPasswordEd = NewPasswordEdit("VerifyPasswordEd", page);
   grid->addWidget(VerifyPasswordLbl, row, 0);
   grid->addWidget(VerifyPasswordEd, row++, 1);
   ExternalNameLbl =
@@ -307,8 +284,7 @@ void TCreateUserFrm::showEvent(QShowEvent* event) {
 void TCreateUserFrm::KelDllDBDlgFrmShow() {
   if (FIsAlter) LoadUser();
   AuthRdoClick();
-  if (FActiveTab > 0 && FActiveTab < MainPage->count() && MainPage->widget(FActiveTab) != FSqlPage)
-    MainPage->setCurrentIndex(FActiveTab);
+  ShowActiveTab(MainPage, FActiveTab, FSqlPage);
   if (UserNameEd->isEnabled()) UserNameEd->setFocus(Qt::OtherFocusReason);
 }
 
@@ -317,9 +293,7 @@ void TCreateUserFrm::LoadUser() {
   TempQry.LoadSQL(QStringLiteral("CreateUserFrn.Alt.001"));
   TempQry.ParamByName(QStringLiteral("P_USERNAME")) = FUserName;
   TempQry.Open();
-  if (TempQry.Eof())
-    throw EKelError(
-        FormatMsg(Application()->esGetMSG(QStringLiteral("CreateUserFrn.NotFound")), {FUserName}));
+  if (TempQry.Eof()) ThrowNotFound("CreateUserFrn.NotFound", FUserName);
   FAuth = TempQry.FieldByName(QStringLiteral("PASSWORD"));
   FExternalName = TempQry.FieldByName(QStringLiteral("EXTERNAL_NAME"));
   FProfile = TempQry.FieldByName(QStringLiteral("PROFILE"));
@@ -417,20 +391,9 @@ bool TCreateUserFrm::PasswordRequired() const {
 }
 
 bool TCreateUserFrm::Validate() {
-  if (UserName().isEmpty()) return CheckFail(UserNameLbl, UserNameEd);
-  if (!CheckName(UserNameLbl, UserNameEd, UserName())) return false;
-  if (PasswordRequired()) {
-    if (PasswordEd->text().isEmpty()) return CheckFail(PasswordLbl, PasswordEd);
-    if (VerifyPasswordEd->text().isEmpty()) return CheckFail(VerifyPasswordLbl, VerifyPasswordEd);
-  }
-  if (DBAuthRdo->isChecked() && PasswordEd->text() != VerifyPasswordEd->text()) {
-    if (Application())
-      Application()->esMsgDBox(QStringLiteral("Acm.PasswordsDoNotMatch"), {}, TMsgDlgType::Warning,
-                               false);
-    FocusControl(VerifyPasswordEd);
-    return false;
-  }
-  return true;
+  if (!CheckNameField(this, UserNameLbl, UserNameEd, UserName())) return false;
+  return CheckPasswords(this, PasswordRequired(), DBAuthRdo->isChecked(), PasswordLbl, PasswordEd,
+                        VerifyPasswordLbl, VerifyPasswordEd);
 }
 
 QString TCreateUserFrm::IdentifiedClause() const {

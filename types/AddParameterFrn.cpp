@@ -1,7 +1,5 @@
 #include "types/AddParameterFrn.h"
 
-#include <QSignalBlocker>
-
 #include "types/TypePickers.h"
 #include "ui_AddParameterFrn.h"
 
@@ -12,6 +10,7 @@ TAddParameterFrm::TAddParameterFrm(QWidget* owner)
   ui->setupUi(this);
   setObjectName(QStringLiteral("AddParameterFrm"));
   SetIniSave(false);
+  FPicker = {ui->TypeCmb, ui->SchemaCmb, ui->SchemaLbl, ui->ObjectCmb, ui->ObjectLbl};
   ui->ModeCmb->addItems({QStringLiteral("IN"), QStringLiteral("OUT"), QStringLiteral("IN OUT")});
   ui->ModeCmb->setCurrentIndex(0);
   connect(ui->TypeCmb, &QComboBox::currentIndexChanged, this, &TAddParameterFrm::TypeCmbChange);
@@ -26,10 +25,7 @@ TAddParameterFrm::~TAddParameterFrm() {
 
 void TAddParameterFrm::InitLoad() {
   TKelDllDBDlgFrm::InitLoad();
-  FillTypeCombo(ui->TypeCmb);
-  const QSignalBlocker block(ui->SchemaCmb);
-  FillSchemaCombo(ui->SchemaCmb);
-  ui->SchemaCmb->setCurrentIndex(-1);
+  FillTypePicker(this, FPicker);
   TypeCmbChange();
 }
 
@@ -47,25 +43,17 @@ void TAddParameterFrm::KelDllDBDlgFrmShow() {
     const TTypeParam& p = FList[FEdited];
     ui->ObjNameEd->setText(p.Name);
     SelectItem(ui->ModeCmb, p.Mode);
-    SelectItem(ui->TypeCmb, p.Type);
-    if (IsObjectMarker(p.Type)) {
-      SelectItem(ui->SchemaCmb, p.Schema);
-      SchemaCmbChange();
-      SelectItem(ui->ObjectCmb, p.Object);
-    }
+    ShowTypeRef(this, FPicker, {p.Type, p.Schema, p.Object});
   }
   ui->ObjNameEd->setFocus(Qt::OtherFocusReason);
 }
 
 void TAddParameterFrm::TypeCmbChange() {
-  const bool object = IsObjectMarker(ui->TypeCmb->currentText());
-  for (QWidget* w :
-       std::initializer_list<QWidget*>{ui->SchemaCmb, ui->SchemaLbl, ui->ObjectCmb, ui->ObjectLbl})
-    w->setEnabled(object);
+  EnableObjectPart(FPicker, IsObjectMarker(ui->TypeCmb->currentText()));
 }
 
 void TAddParameterFrm::SchemaCmbChange() {
-  Guarded([this] { LoadObjectCombo(DBInfo(), ui->ObjectCmb, ui->SchemaCmb->currentText()); });
+  LoadPickerObjects(this, FPicker);
 }
 
 bool TAddParameterFrm::Validate() {
@@ -75,36 +63,20 @@ bool TAddParameterFrm::Validate() {
   if (Trim(ui->ModeCmb->currentText()).isEmpty()) return CheckFail(ui->ModeLbl, ui->ModeCmb);
   const QString type = Trim(ui->TypeCmb->currentText());
   if (type.isEmpty()) return CheckFail(ui->TypeLbl, ui->TypeCmb);
-  if (IsObjectMarker(type)) {
-    if (Trim(ui->SchemaCmb->currentText()).isEmpty())
-      return CheckFail(ui->SchemaLbl, ui->SchemaCmb);
-    if (Trim(ui->ObjectCmb->currentText()).isEmpty())
-      return CheckFail(ui->ObjectLbl, ui->ObjectCmb);
-  }
-  const bool renamed = FEdited < 0 || NameIdentity(FList[FEdited].Name) != NameIdentity(name);
-  if (renamed) {
-    for (int i = 0; i < FList.size(); ++i) {
-      if (i == FEdited || NameIdentity(FList[i].Name) != NameIdentity(name)) continue;
-      if (Application())
-        Application()->esMsgDBox(QStringLiteral("CreateMethodFrn.existMsg"),
-                                 {QStringLiteral("Parameter Name"), name}, TMsgDlgType::Warning,
-                                 false);
-      FocusControl(ui->ObjNameEd);
-      return false;
-    }
-  }
+  if (!CheckObjectPart(this, FPicker, type)) return false;
+  if (NameTaken(FList, FEdited, name))
+    return RefuseDuplicate(QStringLiteral("Parameter Name"), name, ui->ObjNameEd);
   return true;
 }
 
 TTypeParam TAddParameterFrm::Param() const {
   TTypeParam p;
   p.Name = Trim(ui->ObjNameEd->text());
-  p.Type = Trim(ui->TypeCmb->currentText());
+  const TTypeRef ref = PickedType(FPicker);
+  p.Type = ref.Type;
   p.Mode = Trim(ui->ModeCmb->currentText());
-  if (IsObjectMarker(p.Type)) {
-    p.Schema = Trim(ui->SchemaCmb->currentText());
-    p.Object = Trim(ui->ObjectCmb->currentText());
-  }
+  p.Schema = ref.Schema;
+  p.Object = ref.Object;
   return p;
 }
 

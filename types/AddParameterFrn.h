@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plugin/KelForms.h"
+#include "types/TypePickers.h"
 #include "types/TypeText.h"
 
 namespace Ui {
@@ -35,6 +36,7 @@ class TAddParameterFrm : public TKelDllDBDlgFrm {
 
  private:
   Ui::TAddParameterFrm* ui;
+  TTypePicker FPicker;
   QList<TTypeParam> FList;
   int FEdited = -1;
 };

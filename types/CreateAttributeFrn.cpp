@@ -1,7 +1,5 @@
 #include "types/CreateAttributeFrn.h"
 
-#include <QSignalBlocker>
-
 #include "types/TypePickers.h"
 #include "ui_CreateAttributeFrn.h"
 
@@ -19,6 +17,7 @@ TCreateAttributeFrm::TCreateAttributeFrm(QWidget* owner)
   ui->setupUi(this);
   setObjectName(QStringLiteral("CreateAttributeFrm"));
   SetIniSave(false);
+  FPicker = {ui->TypeCmb, ui->SchemaCmb, ui->SchemaLbl, ui->ObjectCmb, ui->ObjectLbl};
   for (TKelSpinEdit* box : {ui->LengthEd, ui->PrecisionEd, ui->ScaleEd})
     box->SetText(QStringLiteral("0"));
   connect(ui->TypeCmb, &QComboBox::currentIndexChanged, this, &TCreateAttributeFrm::TypeCmbChange);
@@ -34,10 +33,7 @@ TCreateAttributeFrm::~TCreateAttributeFrm() {
 
 void TCreateAttributeFrm::InitLoad() {
   TKelDllDBDlgFrm::InitLoad();
-  FillTypeCombo(ui->TypeCmb);
-  const QSignalBlocker block(ui->SchemaCmb);
-  FillSchemaCombo(ui->SchemaCmb);
-  ui->SchemaCmb->setCurrentIndex(-1);
+  FillTypePicker(this, FPicker);
   TypeCmbChange();
 }
 
@@ -54,13 +50,7 @@ void TCreateAttributeFrm::KelDllDBDlgFrmShow() {
   if (edit) {
     const TTypeAttribute& a = FList[FEdited];
     ui->ObjNameEd->setText(a.Name);
-    SelectItem(ui->TypeCmb, a.Type);
-    if (IsObjectMarker(a.Type)) {
-      // The schema first, so that its object list is loaded before the object is chosen.
-      SelectItem(ui->SchemaCmb, a.Schema);
-      SchemaCmbChange();
-      SelectItem(ui->ObjectCmb, a.Object);
-    }
+    ShowTypeRef(this, FPicker, {a.Type, a.Schema, a.Object});
     ui->LengthEd->SetText(a.Length.isEmpty() ? QStringLiteral("0") : a.Length);
     ui->PrecisionEd->SetText(a.Precision.isEmpty() ? QStringLiteral("0") : a.Precision);
     ui->ScaleEd->SetText(a.Scale.isEmpty() ? QStringLiteral("0") : a.Scale);
@@ -80,14 +70,11 @@ void TCreateAttributeFrm::TypeCmbChange() {
   use(ui->LengthEd, ui->LengthLbl, length);
   use(ui->PrecisionEd, ui->PrecisionLbl, number);
   use(ui->ScaleEd, ui->ScaleLbl, number);
-  const bool object = IsObjectMarker(type);
-  for (QWidget* w :
-       std::initializer_list<QWidget*>{ui->SchemaCmb, ui->SchemaLbl, ui->ObjectCmb, ui->ObjectLbl})
-    w->setEnabled(object);
+  EnableObjectPart(FPicker, IsObjectMarker(type));
 }
 
 void TCreateAttributeFrm::SchemaCmbChange() {
-  Guarded([this] { LoadObjectCombo(DBInfo(), ui->ObjectCmb, ui->SchemaCmb->currentText()); });
+  LoadPickerObjects(this, FPicker);
 }
 
 bool TCreateAttributeFrm::Validate() {
@@ -96,12 +83,7 @@ bool TCreateAttributeFrm::Validate() {
   if (!CheckName(ui->ObjNameLbl, ui->ObjNameEd, name)) return false;
   const QString type = Trim(ui->TypeCmb->currentText());
   if (type.isEmpty()) return CheckFail(ui->TypeLbl, ui->TypeCmb);
-  if (IsObjectMarker(type)) {
-    if (Trim(ui->SchemaCmb->currentText()).isEmpty())
-      return CheckFail(ui->SchemaLbl, ui->SchemaCmb);
-    if (Trim(ui->ObjectCmb->currentText()).isEmpty())
-      return CheckFail(ui->ObjectLbl, ui->ObjectCmb);
-  }
+  if (!CheckObjectPart(this, FPicker, type)) return false;
   for (TKelSpinEdit* box : {ui->LengthEd, ui->PrecisionEd, ui->ScaleEd}) {
     bool ok = false;
     SizeValue(box->Text(), &ok);
@@ -113,41 +95,19 @@ bool TCreateAttributeFrm::Validate() {
       return CheckFail(label, box);
     }
   }
-  const bool renamed = FEdited < 0 || NameIdentity(FList[FEdited].Name) != NameIdentity(name);
-  if (renamed) {
-    for (int i = 0; i < FList.size(); ++i) {
-      if (i == FEdited || NameIdentity(FList[i].Name) != NameIdentity(name)) continue;
-      if (Application())
-        Application()->esMsgDBox(QStringLiteral("CreateMethodFrn.existMsg"),
-                                 {QStringLiteral("Attribute Name"), name}, TMsgDlgType::Warning,
-                                 false);
-      FocusControl(ui->ObjNameEd);
-      return false;
-    }
-  }
-  if (IsObjectMarker(type)) {
-    // The list was read when the schema was chosen; the type may have been dropped since.
-    const QString schema = Trim(ui->SchemaCmb->currentText());
-    const QString object = Trim(ui->ObjectCmb->currentText());
-    if (!ObjectTypesOf(DBInfo(), schema).contains(object)) {
-      if (Application())
-        Application()->esMsgDBox(QStringLiteral("CreateTypeFrn.TypeGone"), {schema + u'.' + object},
-                                 TMsgDlgType::Warning, false);
-      FocusControl(ui->ObjectCmb);
-      return false;
-    }
-  }
-  return true;
+  if (NameTaken(FList, FEdited, name))
+    return RefuseDuplicate(QStringLiteral("Attribute Name"), name, ui->ObjNameEd);
+  return !IsObjectMarker(type) ||
+         CheckObjectTypeExists(DBInfo(), PickedType(FPicker), ui->ObjectCmb);
 }
 
 TTypeAttribute TCreateAttributeFrm::Attribute() const {
   TTypeAttribute a;
   a.Name = Trim(ui->ObjNameEd->text());
-  a.Type = Trim(ui->TypeCmb->currentText());
-  if (IsObjectMarker(a.Type)) {
-    a.Schema = Trim(ui->SchemaCmb->currentText());
-    a.Object = Trim(ui->ObjectCmb->currentText());
-  }
+  const TTypeRef ref = PickedType(FPicker);
+  a.Type = ref.Type;
+  a.Schema = ref.Schema;
+  a.Object = ref.Object;
   if (ui->LengthEd->isEnabled()) {
     const QString length = Trim(ui->LengthEd->Text());
     a.Length = length.isEmpty() || length.toLongLong() < 1 ? QStringLiteral("255") : length;

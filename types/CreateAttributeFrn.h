@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plugin/KelForms.h"
+#include "types/TypePickers.h"
 #include "types/TypeText.h"
 
 namespace Ui {
@@ -36,6 +37,7 @@ class TCreateAttributeFrm : public TKelDllDBDlgFrm {
 
  private:
   Ui::TCreateAttributeFrm* ui;
+  TTypePicker FPicker;
   QList<TTypeAttribute> FList;
   int FEdited = -1;
 };

@@ -1,7 +1,5 @@
 #include "types/CreateCollectFrn.h"
 
-#include <QSignalBlocker>
-
 #include "plugin/KelQuery.h"
 #include "types/TypePickers.h"
 #include "ui_CreateCollectFrn.h"
@@ -13,6 +11,7 @@ TCreateCollectFrm::TCreateCollectFrm(QWidget* owner)
   ui->setupUi(this);
   setObjectName(QStringLiteral("CreateCollectFrm"));
   SetIniSave(false);
+  FPicker = {ui->TypeCmb, ui->SchemaCmb, ui->SchemaLbl, ui->ObjectCmb, ui->ObjectLbl};
   for (QSpinBox* box : {ui->LimitEd, ui->LengthEd, ui->PrecisionEd, ui->ScaleEd}) {
     box->setRange(0, 100000);
     box->setValue(0);
@@ -34,29 +33,13 @@ void TCreateCollectFrm::InitLoad() {
   TKelDllDBDlgFrm::InitLoad();
   FillSchemaCombo(ui->CollectSchemaCmb);
   UpperCaseItems(ui->CollectSchemaCmb);
-  FillTypeCombo(ui->TypeCmb);
-  {
-    const QSignalBlocker block(ui->SchemaCmb);
-    FillSchemaCombo(ui->SchemaCmb);
-    ui->SchemaCmb->setCurrentIndex(-1);
-  }
+  FillTypePicker(this, FPicker);
   TypeCmbChange();
   KindRdoClick();
 }
 
 void TCreateCollectFrm::ReadParams(TXLink* link) {
-  if (link->Verb() == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
-    FSchema = Trim(link->ParamByString(QStringLiteral("P_Schema")));
-    FTypeName = Trim(link->ParamByString(QStringLiteral("P_ObjName")));
-    SelectComboText(ui->CollectSchemaCmb, FSchema);
-  } else if (link->Verb() == QLatin1String("ChangeOwner")) {
-    SelectComboText(ui->CollectSchemaCmb, link->ParamByString(QStringLiteral("ObjFrmOwner")));
-  }
+  ReadTypeLink(link, ui->CollectSchemaCmb, &FIsAlter, &FSchema, &FTypeName);
 }
 
 void TCreateCollectFrm::KelDllDBDlgFrmShow() {
@@ -89,14 +72,9 @@ void TCreateCollectFrm::LoadCollection() {
   else
     ui->VarrayRdo->setChecked(true);
   ui->LimitEd->setValue(field("Limit").toInt());
-  const TTypeRef element =
-      ClassifyType(field("ELEM_TYPE_NAME"), field("ELEM_TYPE_MOD"), field("ELEM_TYPE_OWNER"));
-  SelectItem(ui->TypeCmb, element.Type);
-  if (IsObjectMarker(element.Type)) {
-    SelectItem(ui->SchemaCmb, element.Schema);
-    SchemaCmbChange();
-    SelectItem(ui->ObjectCmb, element.Object);
-  }
+  ShowTypeRef(
+      this, FPicker,
+      ClassifyType(field("ELEM_TYPE_NAME"), field("ELEM_TYPE_MOD"), field("ELEM_TYPE_OWNER")));
   // Boxes the element type does not use stay at 0.
   if (ui->LengthEd->isEnabled()) ui->LengthEd->setValue(field("LENGTH").toInt());
   if (ui->PrecisionEd->isEnabled()) ui->PrecisionEd->setValue(field("PRECISION").toInt());
@@ -117,14 +95,11 @@ void TCreateCollectFrm::TypeCmbChange() {
   use(ui->LengthEd, ui->LengthLbl, length);
   use(ui->PrecisionEd, ui->PrecisionLbl, number);
   use(ui->ScaleEd, ui->ScaleLbl, number);
-  const bool object = IsObjectMarker(type);
-  for (QWidget* w :
-       std::initializer_list<QWidget*>{ui->SchemaCmb, ui->SchemaLbl, ui->ObjectCmb, ui->ObjectLbl})
-    w->setEnabled(object);
+  EnableObjectPart(FPicker, IsObjectMarker(type));
 }
 
 void TCreateCollectFrm::SchemaCmbChange() {
-  Guarded([this] { LoadObjectCombo(DBInfo(), ui->ObjectCmb, ui->SchemaCmb->currentText()); });
+  LoadPickerObjects(this, FPicker);
 }
 
 void TCreateCollectFrm::KindRdoClick() {
@@ -134,12 +109,7 @@ void TCreateCollectFrm::KindRdoClick() {
 }
 
 TTypeRef TCreateCollectFrm::Element() const {
-  TTypeRef element{Trim(ui->TypeCmb->currentText()), {}, {}};
-  if (IsObjectMarker(element.Type)) {
-    element.Schema = Trim(ui->SchemaCmb->currentText());
-    element.Object = Trim(ui->ObjectCmb->currentText());
-  }
-  return element;
+  return PickedType(FPicker);
 }
 
 bool TCreateCollectFrm::Validate() {
@@ -150,22 +120,10 @@ bool TCreateCollectFrm::Validate() {
     return CheckFail(ui->CollectSchemaLbl, ui->CollectSchemaCmb);
   const TTypeRef element = Element();
   if (element.Type.isEmpty()) return CheckFail(ui->TypeLbl, ui->TypeCmb);
-  if (IsObjectMarker(element.Type)) {
-    if (element.Schema.isEmpty()) return CheckFail(ui->SchemaLbl, ui->SchemaCmb);
-    if (element.Object.isEmpty()) return CheckFail(ui->ObjectLbl, ui->ObjectCmb);
-  }
+  if (!CheckObjectPart(this, FPicker, element.Type)) return false;
   if (ui->VarrayRdo->isChecked() && ui->LimitEd->value() < 1)
     return CheckFail(ui->LimitLbl, ui->LimitEd);
-  if (IsObjectMarker(element.Type) &&
-      !ObjectTypesOf(DBInfo(), element.Schema).contains(element.Object)) {
-    if (Application())
-      Application()->esMsgDBox(QStringLiteral("CreateTypeFrn.TypeGone"),
-                               {element.Schema + u'.' + element.Object}, TMsgDlgType::Warning,
-                               false);
-    FocusControl(ui->ObjectCmb);
-    return false;
-  }
-  return true;
+  return !IsObjectMarker(element.Type) || CheckObjectTypeExists(DBInfo(), element, ui->ObjectCmb);
 }
 
 void TCreateCollectFrm::AddHead() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plugin/KelForms.h"
+#include "types/TypePickers.h"
 #include "types/TypeText.h"
 
 namespace Ui {
@@ -37,6 +38,7 @@ class TCreateCollectFrm : public TKelDllDBDlgFrm {
   void AddElement();
 
   Ui::TCreateCollectFrm* ui;
+  TTypePicker FPicker;
   bool FIsAlter = false;
   QString FSchema;
   QString FTypeName;

@@ -1,33 +1,23 @@
 #include "types/CreateMethodFrn.h"
 
-#include <QSignalBlocker>
-
 #include "types/AddParameterFrn.h"
 #include "types/TypePickers.h"
 #include "ui_CreateMethodFrn.h"
 
 namespace kel {
 
-namespace {
-TKelTreeColumn ReadOnly(const char* name, const char* caption, int width) {
-  TKelTreeColumn c;
-  c.Name = QString::fromLatin1(name);
-  c.Caption = QString::fromLatin1(caption);
-  c.Editable = false;
-  c.Width = width;
-  return c;
-}
-}  // namespace
-
 TCreateMethodFrm::TCreateMethodFrm(QWidget* owner)
     : TKelDllDBDlgFrm(owner), ui(new Ui::TCreateMethodFrm) {
   ui->setupUi(this);
   setObjectName(QStringLiteral("CreateMethodFrm"));
   SetIniSave(false);
+  FPicker = {ui->ReturnTypeCmb, ui->ReturnSchemaCmb, ui->ReturnSchemaLbl, ui->ReturnObjectCmb,
+             ui->ReturnObjectLbl};
   for (const TKelTreeColumn& c :
-       {ReadOnly("ParamTListName", "Name", 120), ReadOnly("ParamTListType", "Type", 110),
-        ReadOnly("ParamTListMode", "Mode", 60), ReadOnly("ParamTListSchema", "Schema", 80),
-        ReadOnly("ParamTListObject", "Object", 110)})
+       {ReadOnlyColumn("ParamTListName", "Name", 120),
+        ReadOnlyColumn("ParamTListType", "Type", 110), ReadOnlyColumn("ParamTListMode", "Mode", 60),
+        ReadOnlyColumn("ParamTListSchema", "Schema", 80),
+        ReadOnlyColumn("ParamTListObject", "Object", 110)})
     ui->ParamTList->AddColumn(c);
   ui->TypeCmb->addItems(MethodKinds());
   ui->TypeCmb->setCurrentIndex(0);
@@ -50,10 +40,7 @@ TCreateMethodFrm::~TCreateMethodFrm() {
 
 void TCreateMethodFrm::InitLoad() {
   TKelDllDBDlgFrm::InitLoad();
-  FillTypeCombo(ui->ReturnTypeCmb);
-  const QSignalBlocker block(ui->ReturnSchemaCmb);
-  FillSchemaCombo(ui->ReturnSchemaCmb);
-  ui->ReturnSchemaCmb->setCurrentIndex(-1);
+  FillTypePicker(this, FPicker);
   TypeCmbChange();
 }
 
@@ -71,12 +58,7 @@ void TCreateMethodFrm::KelDllDBDlgFrmShow() {
     const TTypeMethod& m = FList[FEdited];
     ui->ObjNameEd->setText(m.Name);
     SelectItem(ui->TypeCmb, m.Kind);
-    SelectItem(ui->ReturnTypeCmb, m.ReturnType);
-    if (IsObjectMarker(m.ReturnType)) {
-      SelectItem(ui->ReturnSchemaCmb, m.ReturnSchema);
-      ReturnSchemaCmbChange();
-      SelectItem(ui->ReturnObjectCmb, m.ReturnObject);
-    }
+    ShowTypeRef(this, FPicker, {m.ReturnType, m.ReturnSchema, m.ReturnObject});
     ui->WndsChk->setChecked(m.Wnds);
     ui->WnpsChk->setChecked(m.Wnps);
     ui->RndsChk->setChecked(m.Rnds);
@@ -100,16 +82,11 @@ void TCreateMethodFrm::TypeCmbChange() {
 }
 
 void TCreateMethodFrm::ReturnTypeCmbChange() {
-  const bool object = IsFunction() && IsObjectMarker(ui->ReturnTypeCmb->currentText());
-  for (QWidget* w : std::initializer_list<QWidget*>{ui->ReturnSchemaCmb, ui->ReturnSchemaLbl,
-                                                    ui->ReturnObjectCmb, ui->ReturnObjectLbl})
-    w->setEnabled(object);
+  EnableObjectPart(FPicker, IsFunction() && IsObjectMarker(ui->ReturnTypeCmb->currentText()));
 }
 
 void TCreateMethodFrm::ReturnSchemaCmbChange() {
-  Guarded([this] {
-    LoadObjectCombo(DBInfo(), ui->ReturnObjectCmb, ui->ReturnSchemaCmb->currentText());
-  });
+  LoadPickerObjects(this, FPicker);
 }
 
 void TCreateMethodFrm::ShowParams() {
@@ -162,25 +139,10 @@ bool TCreateMethodFrm::Validate() {
     // A function without a return type would give a declaration Oracle refuses.
     const QString type = Trim(ui->ReturnTypeCmb->currentText());
     if (type.isEmpty()) return CheckFail(ui->ReturnTypeGrp->title(), ui->ReturnTypeCmb);
-    if (IsObjectMarker(type)) {
-      if (Trim(ui->ReturnSchemaCmb->currentText()).isEmpty())
-        return CheckFail(ui->ReturnSchemaLbl, ui->ReturnSchemaCmb);
-      if (Trim(ui->ReturnObjectCmb->currentText()).isEmpty())
-        return CheckFail(ui->ReturnObjectLbl, ui->ReturnObjectCmb);
-    }
+    if (!CheckObjectPart(this, FPicker, type)) return false;
   }
-  const bool renamed = FEdited < 0 || NameIdentity(FList[FEdited].Name) != NameIdentity(name);
-  if (renamed) {
-    for (int i = 0; i < FList.size(); ++i) {
-      if (i == FEdited || NameIdentity(FList[i].Name) != NameIdentity(name)) continue;
-      if (Application())
-        Application()->esMsgDBox(QStringLiteral("CreateMethodFrn.existMsg"),
-                                 {QStringLiteral("Method Name"), name}, TMsgDlgType::Warning,
-                                 false);
-      FocusControl(ui->ObjNameEd);
-      return false;
-    }
-  }
+  if (NameTaken(FList, FEdited, name))
+    return RefuseDuplicate(QStringLiteral("Method Name"), name, ui->ObjNameEd);
   return true;
 }
 
@@ -189,11 +151,10 @@ TTypeMethod TCreateMethodFrm::Method() const {
   m.Name = Trim(ui->ObjNameEd->text());
   m.Kind = Trim(ui->TypeCmb->currentText());
   if (IsFunction()) {
-    m.ReturnType = Trim(ui->ReturnTypeCmb->currentText());
-    if (IsObjectMarker(m.ReturnType)) {
-      m.ReturnSchema = Trim(ui->ReturnSchemaCmb->currentText());
-      m.ReturnObject = Trim(ui->ReturnObjectCmb->currentText());
-    }
+    const TTypeRef ref = PickedType(FPicker);
+    m.ReturnType = ref.Type;
+    m.ReturnSchema = ref.Schema;
+    m.ReturnObject = ref.Object;
   }
   m.Wnds = ui->WndsChk->isChecked();
   m.Wnps = ui->WnpsChk->isChecked();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plugin/KelForms.h"
+#include "types/TypePickers.h"
 #include "types/TypeText.h"
 
 namespace Ui {
@@ -45,6 +46,7 @@ class TCreateMethodFrm : public TKelDllDBDlgFrm {
   bool IsFunction() const;
 
   Ui::TCreateMethodFrm* ui;
+  TTypePicker FPicker;
   QList<TTypeMethod> FList;
   int FEdited = -1;
   QList<TTypeParam> FParams;

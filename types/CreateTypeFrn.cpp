@@ -12,16 +12,6 @@
 namespace kel {
 
 namespace {
-TKelTreeColumn ReadOnly(const char* name, const char* caption, int width, bool visible = true) {
-  TKelTreeColumn c;
-  c.Name = QString::fromLatin1(name);
-  c.Caption = QString::fromLatin1(caption);
-  c.Editable = false;
-  c.Visible = visible;
-  c.Width = width;
-  return c;
-}
-
 QString Field(const TKelQuery& q, const char* column) {
   return Trim(q.FieldByName(QString::fromLatin1(column)));
 }
@@ -69,28 +59,31 @@ TCreateTypeFrm::~TCreateTypeFrm() {
 }
 
 void TCreateTypeFrm::SetupLists() {
-  for (const TKelTreeColumn& c : {ReadOnly("PropertyTListName", "Attribute Name", 130),
-                                  ReadOnly("PropertyTListType", "Data Type", 110),
-                                  ReadOnly("PropertyTListSchema", "Schema", 80),
-                                  ReadOnly("PropertyTListObject", "Object", 110),
-                                  ReadOnly("PropertyTListLength", "Length", 55),
-                                  ReadOnly("PropertyTListPrecision", "Precision", 60),
-                                  ReadOnly("PropertyTListScale", "Scale", 50)})
+  for (const TKelTreeColumn& c : {ReadOnlyColumn("PropertyTListName", "Attribute Name", 130),
+                                  ReadOnlyColumn("PropertyTListType", "Data Type", 110),
+                                  ReadOnlyColumn("PropertyTListSchema", "Schema", 80),
+                                  ReadOnlyColumn("PropertyTListObject", "Object", 110),
+                                  ReadOnlyColumn("PropertyTListLength", "Length", 55),
+                                  ReadOnlyColumn("PropertyTListPrecision", "Precision", 60),
+                                  ReadOnlyColumn("PropertyTListScale", "Scale", 50)})
     ui->PropertyTList->AddColumn(c);
-  for (const TKelTreeColumn& c : {ReadOnly("MethodTListName", "Method Name", 130),
-                                  ReadOnly("MethodTListType", "Method Type", 160),
-                                  ReadOnly("MethodTListReturnType", "Return Type", 110),
-                                  ReadOnly("MethodTListReturnSchema", "Return Schema", 80, false),
-                                  ReadOnly("MethodTListReturnObject", "Retrun Object", 100, false),
-                                  ReadOnly("MethodTListWnds", "WNDS", 40, false),
-                                  ReadOnly("MethodTListWnps", "WNPS", 40, false),
-                                  ReadOnly("MethodTListRnds", "RNDS", 40, false),
-                                  ReadOnly("MethodTListRnps", "RNPS", 40, false)})
+  for (const TKelTreeColumn& c :
+       {ReadOnlyColumn("MethodTListName", "Method Name", 130),
+        ReadOnlyColumn("MethodTListType", "Method Type", 160),
+        ReadOnlyColumn("MethodTListReturnType", "Return Type", 110),
+        ReadOnlyColumn("MethodTListReturnSchema", "Return Schema", 80, false),
+        ReadOnlyColumn("MethodTListReturnObject", "Retrun Object", 100, false),
+        ReadOnlyColumn("MethodTListWnds", "WNDS", 40, false),
+        ReadOnlyColumn("MethodTListWnps", "WNPS", 40, false),
+        ReadOnlyColumn("MethodTListRnds", "RNDS", 40, false),
+        ReadOnlyColumn("MethodTListRnps", "RNPS", 40, false)})
     ui->MethodTList->AddColumn(c);
   for (const TKelTreeColumn& c :
-       {ReadOnly("ParamTListMethod", "Method Name", 100), ReadOnly("ParamTListName", "Name", 100),
-        ReadOnly("ParamTListType", "Type", 100), ReadOnly("ParamTListMode", "Mode", 60),
-        ReadOnly("ParamTListSchema", "Schema", 80), ReadOnly("ParamTListObject", "Object", 100)})
+       {ReadOnlyColumn("ParamTListMethod", "Method Name", 100),
+        ReadOnlyColumn("ParamTListName", "Name", 100),
+        ReadOnlyColumn("ParamTListType", "Type", 100), ReadOnlyColumn("ParamTListMode", "Mode", 60),
+        ReadOnlyColumn("ParamTListSchema", "Schema", 80),
+        ReadOnlyColumn("ParamTListObject", "Object", 100)})
     ui->ParamTList->AddColumn(c);
 }
 
@@ -104,18 +97,7 @@ void TCreateTypeFrm::InitLoad() {
 }
 
 void TCreateTypeFrm::ReadParams(TXLink* link) {
-  if (link->Verb() == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
-    FSchema = Trim(link->ParamByString(QStringLiteral("P_Schema")));
-    FTypeName = Trim(link->ParamByString(QStringLiteral("P_ObjName")));
-    SelectComboText(ui->SchemaCmb, FSchema);
-  } else if (link->Verb() == QLatin1String("ChangeOwner")) {
-    SelectComboText(ui->SchemaCmb, link->ParamByString(QStringLiteral("ObjFrmOwner")));
-  }
+  ReadTypeLink(link, ui->SchemaCmb, &FIsAlter, &FSchema, &FTypeName);
 }
 
 void TCreateTypeFrm::KelDllDBDlgFrmShow() {
