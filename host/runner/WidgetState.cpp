@@ -16,7 +16,9 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTextEdit>
+#include <QTreeView>
 #include <QTreeWidget>
 #include <functional>
 
@@ -94,14 +96,20 @@ void AddTreeWidget(QJsonObject& state, const QTreeWidget* tree) {
 void AddItemView(QJsonObject& state, const QAbstractItemView* view) {
   const QAbstractItemModel* model = view->model();
   if (!model) return;
+  // Hidden columns are left out, as the user does not see them.
+  const auto* table = qobject_cast<const QTableView*>(view);
+  const auto* tree = qobject_cast<const QTreeView*>(view);
+  auto shown = [&](int c) {
+    return !(table && table->isColumnHidden(c)) && !(tree && tree->isColumnHidden(c));
+  };
   QJsonArray captions;
   for (int c = 0; c < model->columnCount(); ++c)
-    captions << model->headerData(c, Qt::Horizontal).toString();
+    if (shown(c)) captions << model->headerData(c, Qt::Horizontal).toString();
   QJsonArray rows;
   for (int r = 0; r < model->rowCount(); ++r) {
     QJsonArray cells;
     for (int c = 0; c < model->columnCount(); ++c)
-      cells << model->index(r, c).data(Qt::DisplayRole).toString();
+      if (shown(c)) cells << model->index(r, c).data(Qt::DisplayRole).toString();
     rows << cells;
   }
   state.insert("columns", captions);
