@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -51,6 +52,40 @@ QString DriverMissing(const QString& driver, const QString& what) {
                                              : QSqlDatabase::drivers().join(QStringLiteral(", ")));
 }
 
+// The demo imitates the dictionary only; its schemas' tables exist as rows of ALL_TAB_COLUMNS.
+// Each schema becomes an empty in-memory database of its own holding those tables with their
+// columns, so a query over them (a view's query, the SQL editor) is prepared as on a server.
+// Unqualified names fall back to these schemas after the dictionary (SQLite searches the
+// attached databases last).
+void AttachSampleSchemas(QSqlDatabase db) {
+  constexpr int kMaxSchemas = 8;  // SQLite attaches ten databases at most; SYS is one
+  auto quoted = [](QString name) {
+    return u'"' + name.replace(u'"', QStringLiteral("\"\"")) + u'"';
+  };
+  QSqlQuery columns(db);
+  if (!columns.exec(QStringLiteral(
+          "SELECT OWNER, TABLE_NAME, COLUMN_NAME FROM main.ALL_TAB_COLUMNS "
+          "WHERE OWNER NOT IN ('SYS', 'SYSTEM') ORDER BY OWNER, TABLE_NAME, COLUMN_ID")))
+    return;
+  QMap<QString, QMap<QString, QStringList>> schemas;
+  while (columns.next())
+    schemas[columns.value(0).toString()][columns.value(1).toString()]
+        << columns.value(2).toString();
+  int attached = 0;
+  for (auto schema = schemas.cbegin(); schema != schemas.cend() && attached < kMaxSchemas;
+       ++schema) {
+    QSqlQuery q(db);
+    if (!q.exec(QStringLiteral("ATTACH DATABASE ':memory:' AS ") + quoted(schema.key()))) continue;
+    ++attached;
+    for (auto table = schema->cbegin(); table != schema->cend(); ++table) {
+      QStringList cols;
+      for (const QString& c : *table) cols << quoted(c);
+      q.exec(QStringLiteral("CREATE TABLE ") + quoted(schema.key()) + u'.' + quoted(table.key()) +
+             QStringLiteral(" (") + cols.join(QStringLiteral(", ")) + u')');
+    }
+  }
+}
+
 std::unique_ptr<TConnection> OpenSqlite(const QString& path, bool demo, bool privileged,
                                         QString* error) {
   if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
@@ -95,6 +130,7 @@ std::unique_ptr<TConnection> OpenSqlite(const QString& path, bool demo, bool pri
         QStringLiteral("\"%1\" is not a database shaped like the demo database: %2").arg(path, why);
     return nullptr;
   }
+  if (demo) AttachSampleSchemas(QSqlDatabase::database(name, false));
   return conn;
 }
 
