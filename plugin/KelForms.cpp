@@ -223,6 +223,14 @@ bool TKelBaseFrm::CheckFail(QLabel* label, QWidget* control, const QString& key)
   return CheckFail(label ? label->text() : QString(), control, key);
 }
 
+bool LinkFlag(TXLink* link, const QString& name) {
+  try {
+    return StrToBool(link->ParamByString(name));
+  } catch (const EKelError&) {
+    return false;
+  }
+}
+
 bool TKelBaseFrm::CheckName(const QString& caption, QWidget* control, const QString& name,
                             TNameKind kind) {
   if (IsValidName(name, kind)) return true;

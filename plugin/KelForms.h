@@ -35,6 +35,10 @@ void RunGuarded(const std::function<void()>& fn);
 // Shows every page (tab or header-less page) that holds `control`, then focuses it.
 void FocusControl(QWidget* control);
 
+// A Boolean parameter of the host's link ("IsAlter", ...); text that is no Boolean counts as
+// false, so a malformed flag opens the dialog in create mode.
+bool LinkFlag(TXLink* link, const QString& name);
+
 // The module-wide application slot: the host the module serves. `Open` puts the host's object
 // here; every dialog reaches the host services through it.
 THost* Application();

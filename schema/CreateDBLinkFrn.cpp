@@ -53,11 +53,7 @@ void TCreateDBLinkFrm::InitLoad() {
 
 void TCreateDBLinkFrm::ReadParams(TXLink* link) {
   if (link->Verb() == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
+    FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     FOwner = link->ParamByString(QStringLiteral("P_Schema"));
     FDBLinkName = link->ParamByString(QStringLiteral("P_DBLinkName"));
   } else if (link->Verb() == QLatin1String("ChangeOwner")) {

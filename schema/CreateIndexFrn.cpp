@@ -177,11 +177,7 @@ void TCreateIndexFrm::InitLoad() {
 void TCreateIndexFrm::ReadParams(TXLink* link) {
   const QString verb = link->Verb();
   if (verb == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
+    FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     FSchema = link->ParamByString(QStringLiteral("P_Schema"));
     FIndexName = link->ParamByString(QStringLiteral("P_ObjName"));
   } else if (verb == QLatin1String("TableCreate")) {

@@ -151,11 +151,7 @@ void TCreateTriggerFrm::InitLoad() {
 void TCreateTriggerFrm::ReadParams(TXLink* link) {
   const QString verb = link->Verb();
   if (verb == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
+    FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     FSchema = link->ParamByString(QStringLiteral("P_Schema"));
     FTriggerName = link->ParamByString(QStringLiteral("P_TriggerName"));
     SelectOrAdd(ui->SchemaCmb, FSchema);

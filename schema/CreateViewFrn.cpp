@@ -136,11 +136,7 @@ void TCreateViewFrm::InitLoad() {
 
 void TCreateViewFrm::ReadParams(TXLink* link) {
   if (link->Verb() == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
+    FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     FSchema = link->ParamByString(QStringLiteral("P_Schema"));
     FViewName = link->ParamByString(QStringLiteral("P_ViewName"));
     SelectOrAdd(ui->SchemaCmb, FSchema);

@@ -206,11 +206,7 @@ void TCreateTableFrm::InitLoad() {
 
 void TCreateTableFrm::ReadParams(TXLink* link) {
   if (link->Verb() == QLatin1String("Alter")) {
-    try {
-      FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      FIsAlter = false;
-    }
+    FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     FSchema = link->ParamByString(QStringLiteral("P_Schema"));
     FTableName = link->ParamByString(QStringLiteral("P_TableName"));
     SelectOrAdd(ui->SchemaCmb, FSchema);

@@ -64,11 +64,7 @@ TKelTreeColumn ReadOnlyColumn(const char* name, const char* caption, int width, 
 
 void ReadTypeLink(TXLink* link, QComboBox* owners, bool* isAlter, QString* schema, QString* name) {
   if (link->Verb() == QLatin1String("Alter")) {
-    try {
-      *isAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
-    } catch (const EKelError&) {
-      *isAlter = false;
-    }
+    *isAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     *schema = Trim(link->ParamByString(QStringLiteral("P_Schema")));
     *name = Trim(link->ParamByString(QStringLiteral("P_ObjName")));
     TKelBaseFrm::SelectComboText(owners, *schema);
