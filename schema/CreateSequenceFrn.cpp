@@ -45,7 +45,7 @@ void TCreateSequenceFrm::InitLoad() {
 
 void TCreateSequenceFrm::ReadParams(TXLink* link) {
   if (link->Verb() == QLatin1String("Alter")) {
-    FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
+    FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
     FSchema = link->ParamByString(QStringLiteral("P_Schema"));
     FSequenceName = link->ParamByString(QStringLiteral("P_SequenceName"));
     SelectOrAddSchema(ui->SchemaCmb, FSchema);

@@ -41,7 +41,7 @@ void TCreateRedoLogGroupFrm::InitLoad() {
 
 void TCreateRedoLogGroupFrm::ReadParams(TXLink* link) {
   if (link->Verb() != QLatin1String("Alter")) return;
-  FIsAddGroup = StrToBool(link->ParamByString(QStringLiteral("IsAddGroup")));
+  FIsAddGroup = LinkFlag(link, QStringLiteral("IsAddGroup"));
   FGroupNum = link->ParamByString(QStringLiteral("P_GroupNum"));
   FFileName = link->ParamByString(QStringLiteral("P_FileName"));
   FFileSize = link->ParamByInteger(QStringLiteral("P_FileSize"));

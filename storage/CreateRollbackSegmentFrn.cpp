@@ -61,7 +61,7 @@ void TCreateRollbackSegmentFrm::InitLoad() {
 
 void TCreateRollbackSegmentFrm::ReadParams(TXLink* link) {
   if (link->Verb() != QLatin1String("Alter")) return;
-  FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
+  FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
   FSegment = link->ParamByString(QStringLiteral("RollbackSegment"));
 }
 

@@ -84,7 +84,7 @@ void TCreateTablespaceFrm::InitLoad() {
 
 void TCreateTablespaceFrm::ReadParams(TXLink* link) {
   if (link->Verb() != QLatin1String("Alter")) return;
-  FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
+  FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
   FTablespace = Trim(link->ParamByString(QStringLiteral("TableSpace")));
   ui->TablespaceNameEd->setText(FTablespace);
 }
