@@ -54,11 +54,15 @@ SELECT O.TABLE_TYPE AS "Table Type",
 -- Table dialog: the columns of a table in column order, with their comments.
 -- "Length" is the length as declared: in characters for character-semantics columns (and the
 -- national character types), else in bytes; "Char Used" says which (C or B, NULL for other
--- types), so that VARCHAR2(10 CHAR) reloads as such. DATA_DEFAULT is a LONG and is read as it is.
+-- types), so that VARCHAR2(10 CHAR) reloads as such. Types whose length is not declared (DATE,
+-- NUMBER, TIMESTAMP(6), ...) have none: DATA_LENGTH is only their storage size. DATA_DEFAULT is a LONG and is read as it is.
 -- name: SchTableNrn.Column
 SELECT C.COLUMN_NAME AS "Column",
        C.DATA_TYPE AS "Data Type",
-       CASE WHEN C.CHAR_USED = 'C' THEN C.CHAR_LENGTH ELSE C.DATA_LENGTH END AS "Length",
+       CASE WHEN C.DATA_TYPE NOT IN ('CHAR', 'VARCHAR2', 'NCHAR', 'NVARCHAR2', 'RAW', 'UROWID')
+            THEN NULL
+            WHEN C.CHAR_USED = 'C' THEN C.CHAR_LENGTH
+            ELSE C.DATA_LENGTH END AS "Length",
        C.DATA_PRECISION AS "Precision",
        C.DATA_SCALE AS "Scale",
        C.CHAR_USED AS "Char Used",

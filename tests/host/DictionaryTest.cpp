@@ -327,6 +327,9 @@ TEST_F(DemoDictionary, TheTableCasesReadAsOracleShowsThem) {
   EXPECT_EQ(cell(2, "Column"), "REGION");
   EXPECT_EQ(cell(2, "Length"), "10");
   EXPECT_EQ(cell(2, "Char Used"), "C");
+  // Only declared lengths: a DATE or NUMBER column's storage size is no part of its type.
+  EXPECT_EQ(cell(0, "Length"), "");
+  EXPECT_EQ(cell(1, "Length"), "");
   EXPECT_EQ(cell(3, "Null?"), "Y");  // the NOT NULL constraint on AMOUNT is disabled
 
   QStringList rules;
