@@ -18,7 +18,7 @@ TCreateRoleFrm::TCreateRoleFrm(QWidget* owner)
   FGrants = new TGrantEditor(
       this, this, {ui->RolesTabSheet, ui->SystemTabSheet, ui->ObjectTabSheet, ui->ResourceTabSheet},
       RoleGrantTexts(), [this] { return RoleName(); });
-  FGrants->SetTabOrder(ui->VerifyPasswordEd, ui->SqlText);
+  FGrants->SetTabOrder(ui->VerifyPasswordEd);
 
   connect(ui->ViewSqlBtn, &QPushButton::clicked, this, &TCreateRoleFrm::ViewSqlBtnClick);
   connect(ui->OkBtn, &QPushButton::clicked, this, &TCreateRoleFrm::OkBtnClick);

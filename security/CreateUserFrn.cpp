@@ -64,7 +64,7 @@ TCreateUserFrm::TCreateUserFrm(QWidget* owner)
   FGrants = new TGrantEditor(
       this, this, {ui->RolesTabSheet, ui->SystemTabSheet, ui->ObjectTabSheet, ui->ResourceTabSheet},
       UserGrantTexts(), [this] { return UserName(); });
-  FGrants->SetTabOrder(ui->QuotaTreeList, ui->SqlText);
+  FGrants->SetTabOrder(ui->QuotaTreeList);
 
   connect(ui->ViewSqlBtn, &QPushButton::clicked, this, &TCreateUserFrm::ViewSqlBtnClick);
   connect(ui->OkBtn, &QPushButton::clicked, this, &TCreateUserFrm::OkBtnClick);

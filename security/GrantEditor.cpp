@@ -579,11 +579,12 @@ void AppendTabStops(const QLayout* layout, QList<QWidget*>& out) {
 }
 }  // namespace
 
-void TGrantEditor::SetTabOrder(QWidget* before, QWidget* after) const {
+void TGrantEditor::SetTabOrder(QWidget* before) const {
   QList<QWidget*> stops;
   for (const QWidget* page : {FPages.Roles, FPages.System, FPages.Object, FPages.Resource})
     AppendTabStops(page->layout(), stops);
-  stops << after;
+  // Each control is taken out of the chain and put right after the previous one, so the
+  // controls that followed `before` now follow the last of them.
   for (QWidget* w : stops) {
     QWidget::setTabOrder(before, w);
     before = w;

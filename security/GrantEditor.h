@@ -109,9 +109,8 @@ class TGrantEditor : public QObject {
   void SetAlter(bool isAlter) { FIsAlter = isAlter; }
   bool IsAlter() const { return FIsAlter; }
 
-  // Puts the pages' controls, in page order, into the form's tab order between `before` and
-  // `after`.
-  void SetTabOrder(QWidget* before, QWidget* after) const;
+  // Puts the pages' controls, in page order, into the form's tab order right after `before`.
+  void SetTabOrder(QWidget* before) const;
 
   // Filling a page and browsing objects are not edits: the form's change tracker stops
   // watching the list fills and the browser's combos (moves and cell edits still count).
