@@ -8,10 +8,10 @@
 #include "plugin/KelQuery.h"
 
 class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPlainTextEdit;
-class QTabWidget;
+
+namespace Ui {
+class TCreateProfileFrm;
+}
 
 namespace kel {
 
@@ -41,19 +41,10 @@ class TCreateProfileFrm : public TKelDllDBDlgFrm {
   void BuildSql() override;
 
  private:
-  void BuildForm();
-  QWidget* BuildResourcePage();
-  QWidget* BuildPasswordPage();
-  QComboBox* AddLimit(QWidget* group, const char* name, const char* caption, const char* unit,
-                      const char* keyword, const QStringList& items);
   void LoadProfile();
   QString ProfileName() const;
 
-  QTabWidget* MainPage;
-  QLabel* ProfileLbl;
-  QLineEdit* ProfileEd;
-  QPlainTextEdit* SqlText;
-  QWidget* FSqlPage;
+  Ui::TCreateProfileFrm* ui;
   // The limit combos in statement order, with their keywords.
   QList<QPair<QComboBox*, QString>> FLimits;
 

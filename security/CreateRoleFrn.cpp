@@ -1,94 +1,35 @@
 #include "security/CreateRoleFrn.h"
 
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QVBoxLayout>
 
 #include "security/GrantEditor.h"
 #include "security/SecurityForm.h"
+#include "ui_CreateRoleFrn.h"
 
 namespace kel {
 
-TCreateRoleFrm::TCreateRoleFrm(QWidget* owner) : TKelDllDBDlgFrm(owner) {
+TCreateRoleFrm::TCreateRoleFrm(QWidget* owner)
+    : TKelDllDBDlgFrm(owner), ui(new Ui::TCreateRoleFrm) {
+  ui->setupUi(this);
   setObjectName(QStringLiteral("CreateRoleFrm"));
-  setWindowTitle(QStringLiteral("Create Role"));
   SetIniSave(false);
-  BuildForm();
-}
+  FGrants = new TGrantEditor(
+      this, this, {ui->RolesTabSheet, ui->SystemTabSheet, ui->ObjectTabSheet, ui->ResourceTabSheet},
+      RoleGrantTexts(), [this] { return RoleName(); });
+  FGrants->SetTabOrder(ui->VerifyPasswordEd);
 
-TCreateRoleFrm::~TCreateRoleFrm() = default;
-
-void TCreateRoleFrm::BuildForm() {
-  auto* layout = new QVBoxLayout(this);
-  MainPage = new QTabWidget(this);
-  MainPage->setObjectName(QStringLiteral("MainPage"));
-  FGrants = new TGrantEditor(this, this, RoleGrantTexts(), [this] { return RoleName(); });
-  MainPage->addTab(BuildRoleInfoPage(), QStringLiteral("Role Info"));
-  AddGrantPages(MainPage, FGrants, QStringLiteral("Object Grants"));
-  FSqlPage = AddSqlPage(MainPage, &SqlText);
-  layout->addWidget(MainPage, 1);
-
-  QPushButton *view, *ok, *cancel;
-  layout->addLayout(NewButtonRow(this, &view, &ok, &cancel));
-  connect(view, &QPushButton::clicked, this, &TCreateRoleFrm::ViewSqlBtnClick);
-  connect(ok, &QPushButton::clicked, this, &TCreateRoleFrm::OkBtnClick);
-  connect(cancel, &QPushButton::clicked, this, &TCreateRoleFrm::CancelBtnClick);
-  connect(MainPage, &QTabWidget::currentChanged, this, &TCreateRoleFrm::MainPageChange);
-  for (QRadioButton* r : {NotIdentRdo, DBAuthRdo, OSAuthRdo, EnterpriseRdo})
+  connect(ui->ViewSqlBtn, &QPushButton::clicked, this, &TCreateRoleFrm::ViewSqlBtnClick);
+  connect(ui->OkBtn, &QPushButton::clicked, this, &TCreateRoleFrm::OkBtnClick);
+  connect(ui->CancelBtn, &QPushButton::clicked, this, &TCreateRoleFrm::CancelBtnClick);
+  connect(ui->MainPage, &QTabWidget::currentChanged, this, &TCreateRoleFrm::MainPageChange);
+  for (QRadioButton* r : {ui->NotIdentRdo, ui->DBAuthRdo, ui->OSAuthRdo, ui->EnterpriseRdo})
     connect(r, &QRadioButton::toggled, this, &TCreateRoleFrm::AuthRdoClick);
-  resize(640, 520);
 }
 
-QWidget* TCreateRoleFrm::BuildRoleInfoPage() {
-  auto* page = new QWidget();
-  page->setObjectName(QStringLiteral("RoleInfoTabSheet"));
-  auto* grid = new QGridLayout(page);
-  RoleNameLbl = new QLabel(QStringLiteral("Role Name :"), page);
-  RoleNameLbl->setObjectName(QStringLiteral("RoleNameLbl"));
-  RoleNameEd = new QLineEdit(page);
-  RoleNameEd->setObjectName(QStringLiteral("RoleNameEd"));
-  grid->addWidget(RoleNameLbl, 0, 0);
-  grid->addWidget(RoleNameEd, 0, 1);
-
-  auto* auth = new QGroupBox(QStringLiteral("Authentication"), page);
-  auth->setObjectName(QStringLiteral("AuthenticationGrp"));
-  auto* authLayout = new QVBoxLayout(auth);
-  auto radio = [auth, authLayout](const char* name, const char* caption) {
-    auto* r = new QRadioButton(QString::fromLatin1(caption), auth);
-    r->setObjectName(QString::fromLatin1(name));
-    authLayout->addWidget(r);
-    return r;
-  };
-  NotIdentRdo = radio("NotIdentRdo", "Not Identified");
-  DBAuthRdo = radio("DBAuthRdo", "Use Database Authentication");
-  OSAuthRdo = radio("OSAuthRdo", "Use Operating System Authentication");
-  EnterpriseRdo = radio("EnterpriseRdo", "Use Enterprise Authentication");
-  NotIdentRdo->setChecked(true);
-  grid->addWidget(auth, 1, 0, 1, 2);
-
-  auto* password = new QGroupBox(QStringLiteral("Password"), page);
-  password->setObjectName(QStringLiteral("PasswordGrp"));
-  auto* pwdGrid = new QGridLayout(password);
-  PasswordLbl = new QLabel(QStringLiteral("Password :"), password);
-  PasswordLbl->setObjectName(QStringLiteral("PasswordLbl"));
-  PasswordEd = NewPasswordEdit("PasswordEd", password);
-  VerifyPasswordLbl = new QLabel(QStringLiteral("Verity Password :"), password);
-  VerifyPasswordLbl->setObjectName(QStringLiteral("VerifyPasswordLbl"));
-  VerifyPasswordEd = NewPasswordEdit("VerifyPasswordEd", password);
-  pwdGrid->addWidget(PasswordLbl, 0, 0);
-  pwdGrid->addWidget(PasswordEd, 0, 1);
-  pwdGrid->addWidget(VerifyPasswordLbl, 1, 0);
-  pwdGrid->addWidget(VerifyPasswordEd, 1, 1);
-  grid->addWidget(password, 2, 0, 1, 2);
-  grid->setRowStretch(3, 1);
-  return page;
+TCreateRoleFrm::~TCreateRoleFrm() {
+  delete ui;
 }
 
 void TCreateRoleFrm::InitLoad() {
@@ -99,7 +40,7 @@ void TCreateRoleFrm::InitLoad() {
 
 void TCreateRoleFrm::ReadParams(TXLink* link) {
   if (link->Verb() != QLatin1String("Alter")) return;
-  FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
+  FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
   FRoleName = link->ParamByString(QStringLiteral("P_ObjName"));
   FActiveTab = link->ParamByInteger(QStringLiteral("ActiveTab"));
   FGrants->SetAlter(FIsAlter);
@@ -108,21 +49,21 @@ void TCreateRoleFrm::ReadParams(TXLink* link) {
 void TCreateRoleFrm::showEvent(QShowEvent* event) {
   TKelDllDBDlgFrm::showEvent(event);
   // The statement page shows what was built; writing it is not an edit.
-  if (Tracker()) QObject::disconnect(SqlText, nullptr, Tracker(), nullptr);
+  if (Tracker()) QObject::disconnect(ui->SqlText, nullptr, Tracker(), nullptr);
   FGrants->Untrack();
 }
 
 void TCreateRoleFrm::KelDllDBDlgFrmShow() {
   if (FIsAlter) LoadRole();
   AuthRdoClick();
-  ShowActiveTab(MainPage, FActiveTab, FSqlPage);
-  if (RoleNameEd->isEnabled()) RoleNameEd->setFocus(Qt::OtherFocusReason);
+  ShowActiveTab(ui->MainPage, FActiveTab, ui->SqlTabSheet);
+  if (ui->RoleNameEd->isEnabled()) ui->RoleNameEd->setFocus(Qt::OtherFocusReason);
 }
 
 void TCreateRoleFrm::LoadRole() {
   setWindowTitle(Application()->esGetMSG(QStringLiteral("AlterRoles")));
-  RoleNameEd->setText(FRoleName);
-  RoleNameEd->setEnabled(false);
+  ui->RoleNameEd->setText(FRoleName);
+  ui->RoleNameEd->setEnabled(false);
   AlterQry01.Close();
   AlterQry01.LoadSQL(QStringLiteral("CreateRoleFrn.Alter01"));
   AlterQry01.ParamByName(QStringLiteral("P_NAME")) = FRoleName;
@@ -130,46 +71,46 @@ void TCreateRoleFrm::LoadRole() {
   if (AlterQry01.Eof()) ThrowNotFound("CreateRoleFrn.NotFound", FRoleName);
   FPasswordRequired = Trim(AlterQry01.FieldByName(QStringLiteral("PASSWORD_REQUIRED")));
   if (FPasswordRequired == u"YES")
-    DBAuthRdo->setChecked(true);
+    ui->DBAuthRdo->setChecked(true);
   else if (FPasswordRequired == u"EXTERNAL")
-    OSAuthRdo->setChecked(true);
+    ui->OSAuthRdo->setChecked(true);
   else if (FPasswordRequired == u"GLOBAL")
-    EnterpriseRdo->setChecked(true);
+    ui->EnterpriseRdo->setChecked(true);
   else
-    NotIdentRdo->setChecked(true);
+    ui->NotIdentRdo->setChecked(true);
 }
 
 void TCreateRoleFrm::AuthRdoClick() {
-  PasswordEd->setEnabled(DBAuthRdo->isChecked());
-  VerifyPasswordEd->setEnabled(DBAuthRdo->isChecked());
+  ui->PasswordEd->setEnabled(ui->DBAuthRdo->isChecked());
+  ui->VerifyPasswordEd->setEnabled(ui->DBAuthRdo->isChecked());
 }
 
 void TCreateRoleFrm::MainPageChange(int index) {
-  FGrants->MainPageChange(MainPage->widget(index));
+  FGrants->MainPageChange(ui->MainPage->widget(index));
 }
 
 QString TCreateRoleFrm::RoleName() const {
-  return Trim(RoleNameEd->text());
+  return Trim(ui->RoleNameEd->text());
 }
 
 bool TCreateRoleFrm::PasswordRequired() const {
   // An existing password stays when the edit is left empty.
-  return DBAuthRdo->isChecked() && !(FIsAlter && FPasswordRequired == u"YES");
+  return ui->DBAuthRdo->isChecked() && !(FIsAlter && FPasswordRequired == u"YES");
 }
 
 bool TCreateRoleFrm::Validate() {
-  if (!CheckNameField(this, RoleNameLbl, RoleNameEd, RoleName())) return false;
-  return CheckPasswords(this, PasswordRequired(), DBAuthRdo->isChecked(), PasswordLbl, PasswordEd,
-                        VerifyPasswordLbl, VerifyPasswordEd);
+  if (!CheckNameField(this, ui->RoleNameLbl, ui->RoleNameEd, RoleName())) return false;
+  return CheckPasswords(this, PasswordRequired(), ui->DBAuthRdo->isChecked(), ui->PasswordLbl,
+                        ui->PasswordEd, ui->VerifyPasswordLbl, ui->VerifyPasswordEd);
 }
 
 void TCreateRoleFrm::AddCreateRole() {
   QString auth;
-  if (DBAuthRdo->isChecked())
-    auth = QStringLiteral(" IDENTIFIED BY \"") + PasswordEd->text() + QStringLiteral("\";");
-  else if (OSAuthRdo->isChecked())
+  if (ui->DBAuthRdo->isChecked())
+    auth = QStringLiteral(" IDENTIFIED BY \"") + ui->PasswordEd->text() + QStringLiteral("\";");
+  else if (ui->OSAuthRdo->isChecked())
     auth = QStringLiteral(" IDENTIFIED EXTERNALLY;");
-  else if (EnterpriseRdo->isChecked())
+  else if (ui->EnterpriseRdo->isChecked())
     auth = QStringLiteral(" IDENTIFIED GLOBALLY;");
   else
     auth = QStringLiteral(" NOT IDENTIFIED;");
@@ -178,14 +119,15 @@ void TCreateRoleFrm::AddCreateRole() {
 
 void TCreateRoleFrm::AddAlterRole() {
   const QString head = QStringLiteral("ALTER ROLE ") + RoleName();
-  if (EnterpriseRdo->isChecked() && FPasswordRequired != u"GLOBAL")
+  if (ui->EnterpriseRdo->isChecked() && FPasswordRequired != u"GLOBAL")
     SqlMemo().Add(head + QStringLiteral(" IDENTIFIED GLOBALLY;"));
-  else if (OSAuthRdo->isChecked() && FPasswordRequired != u"EXTERNAL")
+  else if (ui->OSAuthRdo->isChecked() && FPasswordRequired != u"EXTERNAL")
     SqlMemo().Add(head + QStringLiteral(" IDENTIFIED EXTERNALLY;"));
-  else if (DBAuthRdo->isChecked() && (FPasswordRequired != u"YES" || !PasswordEd->text().isEmpty()))
-    SqlMemo().Add(head + QStringLiteral(" IDENTIFIED BY \"") + PasswordEd->text() +
+  else if (ui->DBAuthRdo->isChecked() &&
+           (FPasswordRequired != u"YES" || !ui->PasswordEd->text().isEmpty()))
+    SqlMemo().Add(head + QStringLiteral(" IDENTIFIED BY \"") + ui->PasswordEd->text() +
                   QStringLiteral("\";"));
-  else if (NotIdentRdo->isChecked() && FPasswordRequired != u"NO")
+  else if (ui->NotIdentRdo->isChecked() && FPasswordRequired != u"NO")
     SqlMemo().Add(head + QStringLiteral(" NOT IDENTIFIED;"));
 }
 
@@ -196,7 +138,7 @@ void TCreateRoleFrm::BuildSql() {
   else
     AddCreateRole();
   FGrants->AddStatements(SqlMemo());
-  SqlText->setPlainText(SqlMemo().Text());
+  ui->SqlText->setPlainText(SqlMemo().Text());
   RefreshOwnedPreview();
 }
 

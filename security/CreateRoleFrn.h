@@ -5,11 +5,9 @@
 #include "plugin/KelForms.h"
 #include "plugin/KelQuery.h"
 
-class QLabel;
-class QLineEdit;
-class QPlainTextEdit;
-class QRadioButton;
-class QTabWidget;
+namespace Ui {
+class TCreateRoleFrm;
+}
 
 namespace kel {
 
@@ -38,8 +36,6 @@ class TCreateRoleFrm : public TKelDllDBDlgFrm {
   void BuildSql() override;
 
  private:
-  void BuildForm();
-  QWidget* BuildRoleInfoPage();
   void LoadRole();
   QString RoleName() const;
   bool PasswordRequired() const;
@@ -48,19 +44,7 @@ class TCreateRoleFrm : public TKelDllDBDlgFrm {
   void AddCreateRole();
   void AddAlterRole();
 
-  QTabWidget* MainPage;
-  QLabel* RoleNameLbl;
-  QLineEdit* RoleNameEd;
-  QRadioButton* NotIdentRdo;
-  QRadioButton* DBAuthRdo;
-  QRadioButton* OSAuthRdo;
-  QRadioButton* EnterpriseRdo;
-  QLabel* PasswordLbl;
-  QLineEdit* PasswordEd;
-  QLabel* VerifyPasswordLbl;
-  QLineEdit* VerifyPasswordEd;
-  QPlainTextEdit* SqlText;
-  QWidget* FSqlPage;
+  Ui::TCreateRoleFrm* ui;
   TGrantEditor* FGrants;
 
   TKelQuery AlterQry01;

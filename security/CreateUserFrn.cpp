@@ -2,20 +2,15 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QVBoxLayout>
 
 #include "plugin/KelTreeList.h"
 #include "security/GrantEditor.h"
 #include "security/SecurityForm.h"
+#include "ui_CreateUserFrn.h"
 
 namespace kel {
 
@@ -49,12 +44,6 @@ QString ChangedQuotaClause(const TQuotaRow& row, const TQuotaRow& loaded) {
   return FormatMsg(QStringLiteral("\tQUOTA 0 ON %s"), {row.Tablespace}) + CRLF;
 }
 
-QLabel* NewLabel(const QString& name, const QString& caption, QWidget* parent) {
-  auto* label = new QLabel(caption, parent);
-  label->setObjectName(name);
-  return label;
-}
-
 }  // namespace
 
 QString QuotaClauses(const QList<TQuotaRow>& rows, const QMap<QString, TQuotaRow>& loaded) {
@@ -66,163 +55,67 @@ QString QuotaClauses(const QList<TQuotaRow>& rows, const QMap<QString, TQuotaRow
   return out;
 }
 
-TCreateUserFrm::TCreateUserFrm(QWidget* owner) : TKelDllDBDlgFrm(owner) {
+TCreateUserFrm::TCreateUserFrm(QWidget* owner)
+    : TKelDllDBDlgFrm(owner), ui(new Ui::TCreateUserFrm) {
+  ui->setupUi(this);
   setObjectName(QStringLiteral("CreateUserFrm"));
-  setWindowTitle(QStringLiteral("Create User"));
   SetIniSave(false);
-  BuildForm();
-}
+  AddQuotaColumns();
+  FGrants = new TGrantEditor(
+      this, this, {ui->RolesTabSheet, ui->SystemTabSheet, ui->ObjectTabSheet, ui->ResourceTabSheet},
+      UserGrantTexts(), [this] { return UserName(); });
+  FGrants->SetTabOrder(ui->QuotaTreeList);
 
-TCreateUserFrm::~TCreateUserFrm() = default;
-
-void TCreateUserFrm::BuildForm() {
-  auto* layout = new QVBoxLayout(this);
-  MainPage = new QTabWidget(this);
-  MainPage->setObjectName(QStringLiteral("MainPage"));
-  FGrants = new TGrantEditor(this, this, UserGrantTexts(), [this] { return UserName(); });
-  MainPage->addTab(BuildUserInfoPage(), QStringLiteral("User Info"));
-  FQuotaPage = BuildQuotaPage();
-  MainPage->addTab(FQuotaPage, QStringLiteral("Quota"));
-  AddGrantPages(MainPage, FGrants, QStringLiteral("Object Privileges"));
-  FSqlPage = AddSqlPage(MainPage, &SqlText);
-  layout->addWidget(MainPage, 1);
-
-  QPushButton *view, *ok, *cancel;
-  layout->addLayout(NewButtonRow(this, &view, &ok, &cancel));
-  connect(view, &QPushButton::clicked, this, &TCreateUserFrm::ViewSqlBtnClick);
-  connect(ok, &QPushButton::clicked, this, &TCreateUserFrm::OkBtnClick);
-  connect(cancel, &QPushButton::clicked, this, &TCreateUserFrm::CancelBtnClick);
-  resize(640, 560);
-
-  connect(MainPage, &QTabWidget::currentChanged, this, &TCreateUserFrm::MainPageChange);
-  for (QRadioButton* r : {DBAuthRdo, OSAuthRdo, EnterpriseRdo})
+  connect(ui->ViewSqlBtn, &QPushButton::clicked, this, &TCreateUserFrm::ViewSqlBtnClick);
+  connect(ui->OkBtn, &QPushButton::clicked, this, &TCreateUserFrm::OkBtnClick);
+  connect(ui->CancelBtn, &QPushButton::clicked, this, &TCreateUserFrm::CancelBtnClick);
+  connect(ui->MainPage, &QTabWidget::currentChanged, this, &TCreateUserFrm::MainPageChange);
+  for (QRadioButton* r : {ui->DBAuthRdo, ui->OSAuthRdo, ui->EnterpriseRdo})
     connect(r, &QRadioButton::toggled, this, &TCreateUserFrm::AuthRdoClick);
 }
 
-QWidget* TCreateUserFrm::BuildUserInfoPage() {
-  auto* page = new QWidget();
-  page->setObjectName(QStringLiteral("UserInfoTabSheet"));
-  auto* grid = new QGridLayout(page);
-  int row = 0;
-  UserNameLbl = NewLabel(QStringLiteral("UserNameLbl"), QStringLiteral("User Name :"), page);
-  UserNameEd = new QLineEdit(page);
-  UserNameEd->setObjectName(QStringLiteral("UserNameEd"));
-  grid->addWidget(UserNameLbl, row, 0);
-  grid->addWidget(UserNameEd, row++, 1);
-
-  auto* auth = new QGroupBox(QStringLiteral("Authentication"), page);
-  auth->setObjectName(QStringLiteral("AuthenticationGrp"));
-  auto* authLayout = new QVBoxLayout(auth);
-  DBAuthRdo = new QRadioButton(QStringLiteral("Use Database Authentication"), auth);
-  DBAuthRdo->setObjectName(QStringLiteral("DBAuthRdo"));
-  OSAuthRdo = new QRadioButton(QStringLiteral("Use Operating System Authentication"), auth);
-  OSAuthRdo->setObjectName(QStringLiteral("OSAuthRdo"));
-  EnterpriseRdo = new QRadioButton(QStringLiteral("Use Enterprise Authentication"), auth);
-  EnterpriseRdo->setObjectName(QStringLiteral("EnterpriseRdo"));
-  for (QRadioButton* r : {DBAuthRdo, OSAuthRdo, EnterpriseRdo}) authLayout->addWidget(r);
-  DBAuthRdo->setChecked(true);
-  grid->addWidget(auth, row++, 0, 1, 2);
-
-  PasswordLbl = NewLabel(QStringLiteral("PasswordLbl"), QStringLiteral("Password :"), page);
-  PasswordEd = NewPasswordEdit("PasswordEd", page);
-  grid->addWidget(PasswordLbl, row, 0);
-  grid->addWidget(PasswordEd, row++, 1);
-  VerifyPasswordLbl =
-      NewLabel(QStringLiteral("VerifyPasswordLbl"), QStringLiteral("Verity Password :"), page);
-  VerifyPasswordEd = NewPasswordEdit("VerifyPasswordEd", page);
-  grid->addWidget(VerifyPasswordLbl, row, 0);
-  grid->addWidget(VerifyPasswordEd, row++, 1);
-  ExternalNameLbl =
-      NewLabel(QStringLiteral("ExternalNameLbl"), QStringLiteral("External Name :"), page);
-  ExternalNameEd = new QLineEdit(page);
-  ExternalNameEd->setObjectName(QStringLiteral("ExternalNameEd"));
-  grid->addWidget(ExternalNameLbl, row, 0);
-  grid->addWidget(ExternalNameEd, row++, 1);
-  PasswordExpiredChk = new QCheckBox(QStringLiteral("Expire Password Now"), page);
-  PasswordExpiredChk->setObjectName(QStringLiteral("PasswordExpiredChk"));
-  grid->addWidget(PasswordExpiredChk, row++, 1);
-
-  auto* ts = new QGroupBox(QStringLiteral("Tablespace"), page);
-  ts->setObjectName(QStringLiteral("TablespaceGrp"));
-  auto* tsLayout = new QGridLayout(ts);
-  DefaultTableSpaceCmb = new QComboBox(ts);
-  DefaultTableSpaceCmb->setObjectName(QStringLiteral("DefaultTableSpaceCmb"));
-  TemporaryTableSpaceCmb = new QComboBox(ts);
-  TemporaryTableSpaceCmb->setObjectName(QStringLiteral("TemporaryTableSpaceCmb"));
-  tsLayout->addWidget(
-      NewLabel(QStringLiteral("DefaultTableSpaceLbl"), QStringLiteral("Default :"), ts), 0, 0);
-  tsLayout->addWidget(DefaultTableSpaceCmb, 0, 1);
-  tsLayout->addWidget(
-      NewLabel(QStringLiteral("TemporaryTableSpaceLbl"), QStringLiteral("Temporary :"), ts), 1, 0);
-  tsLayout->addWidget(TemporaryTableSpaceCmb, 1, 1);
-  grid->addWidget(ts, row++, 0, 1, 2);
-
-  ResourceProfileCmb = new QComboBox(page);
-  ResourceProfileCmb->setObjectName(QStringLiteral("ResourceProfileCmb"));
-  grid->addWidget(
-      NewLabel(QStringLiteral("ResourceProfileLbl"), QStringLiteral("Resource Profile :"), page),
-      row, 0);
-  grid->addWidget(ResourceProfileCmb, row++, 1);
-
-  auto* status = new QGroupBox(QStringLiteral("Account Status"), page);
-  status->setObjectName(QStringLiteral("AccountStatusGrp"));
-  auto* statusLayout = new QHBoxLayout(status);
-  LockRdo = new QRadioButton(QStringLiteral("Lock"), status);
-  LockRdo->setObjectName(QStringLiteral("LockRdo"));
-  UnLockRdo = new QRadioButton(QStringLiteral("UnLock"), status);
-  UnLockRdo->setObjectName(QStringLiteral("UnLockRdo"));
-  statusLayout->addWidget(LockRdo);
-  statusLayout->addWidget(UnLockRdo);
-  UnLockRdo->setChecked(true);
-  grid->addWidget(status, row++, 0, 1, 2);
-  grid->setRowStretch(row, 1);
-  return page;
+TCreateUserFrm::~TCreateUserFrm() {
+  delete ui;
 }
 
-QWidget* TCreateUserFrm::BuildQuotaPage() {
-  auto* page = new QWidget();
-  page->setObjectName(QStringLiteral("QuotaTabSheet"));
-  auto* layout = new QVBoxLayout(page);
-  QuotaTreeList = new TKelTreeList(page);
-  QuotaTreeList->setObjectName(QStringLiteral("QuotaTreeList"));
-  QuotaTreeList->AddColumn({QStringLiteral("QuotaTreeListTablespace"),
-                            QStringLiteral("Tablespace"),
-                            TCellEditor::Text,
-                            {},
-                            0,
-                            0,
-                            false,
-                            true,
-                            180});
-  QuotaTreeList->AddColumn({QStringLiteral("QuotaTreeListUnlimited"),
-                            QStringLiteral("Unlimited"),
-                            TCellEditor::Check,
-                            {},
-                            0,
-                            0,
-                            true,
-                            true,
-                            80});
-  QuotaTreeList->AddColumn({QStringLiteral("QuotaTreeListQuota"),
-                            QStringLiteral("Quota"),
-                            TCellEditor::Spin,
-                            {},
-                            0,
-                            2147483647,
-                            true,
-                            true,
-                            120});
-  QuotaTreeList->AddColumn({QStringLiteral("QuotaTreeListUnits"),
-                            QStringLiteral("Units"),
-                            TCellEditor::PickList,
-                            {QStringLiteral("KB"), QStringLiteral("MB")},
-                            0,
-                            0,
-                            true,
-                            true,
-                            70});
-  layout->addWidget(QuotaTreeList);
-  return page;
+void TCreateUserFrm::AddQuotaColumns() {
+  TKelTreeList* list = ui->QuotaTreeList;
+  list->AddColumn({QStringLiteral("QuotaTreeListTablespace"),
+                   QStringLiteral("Tablespace"),
+                   TCellEditor::Text,
+                   {},
+                   0,
+                   0,
+                   false,
+                   true,
+                   180});
+  list->AddColumn({QStringLiteral("QuotaTreeListUnlimited"),
+                   QStringLiteral("Unlimited"),
+                   TCellEditor::Check,
+                   {},
+                   0,
+                   0,
+                   true,
+                   true,
+                   80});
+  list->AddColumn({QStringLiteral("QuotaTreeListQuota"),
+                   QStringLiteral("Quota"),
+                   TCellEditor::Spin,
+                   {},
+                   0,
+                   2147483647,
+                   true,
+                   true,
+                   120});
+  list->AddColumn({QStringLiteral("QuotaTreeListUnits"),
+                   QStringLiteral("Units"),
+                   TCellEditor::PickList,
+                   {QStringLiteral("KB"), QStringLiteral("MB")},
+                   0,
+                   0,
+                   true,
+                   true,
+                   70});
 }
 
 void TCreateUserFrm::InitLoad() {
@@ -232,9 +125,9 @@ void TCreateUserFrm::InitLoad() {
   Guarded([this] {
     QStringList tablespaces;
     if (Application()) Application()->esOraTblspaceList(DBInfo(), tablespaces);
-    DefaultTableSpaceCmb->clear();
-    DefaultTableSpaceCmb->addItems(tablespaces);
-    DefaultTableSpaceCmb->setCurrentIndex(-1);
+    ui->DefaultTableSpaceCmb->clear();
+    ui->DefaultTableSpaceCmb->addItems(tablespaces);
+    ui->DefaultTableSpaceCmb->setCurrentIndex(-1);
     FillTemporaryTablespaces();
     FillProfiles();
   });
@@ -243,31 +136,31 @@ void TCreateUserFrm::InitLoad() {
 void TCreateUserFrm::FillTemporaryTablespaces() {
   // The list routine's all-rows switch is off here: temporary tablespaces only.
   const bool allRows = false;
-  TemporaryTableSpaceCmb->clear();
+  ui->TemporaryTableSpaceCmb->clear();
   TempQry.Close();
   TempQry.LoadSQL(QStringLiteral("Acm.Tablespace"));
   TempQry.Open();
   for (; !TempQry.Eof(); TempQry.Next())
     if (allRows || TempQry.FieldByName(QStringLiteral("Contents")) == u"TEMPORARY")
-      TemporaryTableSpaceCmb->addItem(TempQry.FieldByName(QStringLiteral("Tablespace")));
+      ui->TemporaryTableSpaceCmb->addItem(TempQry.FieldByName(QStringLiteral("Tablespace")));
   TempQry.Close();
-  TemporaryTableSpaceCmb->setCurrentIndex(-1);
+  ui->TemporaryTableSpaceCmb->setCurrentIndex(-1);
 }
 
 void TCreateUserFrm::FillProfiles() {
-  ResourceProfileCmb->clear();
+  ui->ResourceProfileCmb->clear();
   TempQry.Close();
   TempQry.LoadSQL(QStringLiteral("CreateUserFrn.002"));
   TempQry.Open();
   for (; !TempQry.Eof(); TempQry.Next())
-    ResourceProfileCmb->addItem(TempQry.FieldByName(QStringLiteral("Profile")));
+    ui->ResourceProfileCmb->addItem(TempQry.FieldByName(QStringLiteral("Profile")));
   TempQry.Close();
-  ResourceProfileCmb->setCurrentIndex(-1);
+  ui->ResourceProfileCmb->setCurrentIndex(-1);
 }
 
 void TCreateUserFrm::ReadParams(TXLink* link) {
   if (link->Verb() != QLatin1String("Alter")) return;
-  FIsAlter = StrToBool(link->ParamByString(QStringLiteral("IsAlter")));
+  FIsAlter = LinkFlag(link, QStringLiteral("IsAlter"));
   FUserName = link->ParamByString(QStringLiteral("P_UserName"));
   FActiveTab = link->ParamByInteger(QStringLiteral("ActiveTab"));
   FGrants->SetAlter(FIsAlter);
@@ -276,16 +169,17 @@ void TCreateUserFrm::ReadParams(TXLink* link) {
 void TCreateUserFrm::showEvent(QShowEvent* event) {
   TKelDllDBDlgFrm::showEvent(event);
   // The statement page shows what was built; writing it is not an edit.
-  if (Tracker()) QObject::disconnect(SqlText, nullptr, Tracker(), nullptr);
+  if (Tracker()) QObject::disconnect(ui->SqlText, nullptr, Tracker(), nullptr);
   FGrants->Untrack();
-  if (Tracker()) QObject::disconnect(QuotaTreeList, &TKelTreeList::RowsChanged, Tracker(), nullptr);
+  if (Tracker())
+    QObject::disconnect(ui->QuotaTreeList, &TKelTreeList::RowsChanged, Tracker(), nullptr);
 }
 
 void TCreateUserFrm::KelDllDBDlgFrmShow() {
   if (FIsAlter) LoadUser();
   AuthRdoClick();
-  ShowActiveTab(MainPage, FActiveTab, FSqlPage);
-  if (UserNameEd->isEnabled()) UserNameEd->setFocus(Qt::OtherFocusReason);
+  ShowActiveTab(ui->MainPage, FActiveTab, ui->SqlTabSheet);
+  if (ui->UserNameEd->isEnabled()) ui->UserNameEd->setFocus(Qt::OtherFocusReason);
 }
 
 void TCreateUserFrm::LoadUser() {
@@ -303,35 +197,35 @@ void TCreateUserFrm::LoadUser() {
   TempQry.Close();
 
   setWindowTitle(Application()->esGetMSG(QStringLiteral("AlterUser")));
-  UserNameEd->setText(FUserName);
-  UserNameEd->setEnabled(false);
+  ui->UserNameEd->setText(FUserName);
+  ui->UserNameEd->setEnabled(false);
   if (FAuth == u"EXTERNAL")
-    OSAuthRdo->setChecked(true);
+    ui->OSAuthRdo->setChecked(true);
   else if (FAuth == u"GLOBAL")
-    EnterpriseRdo->setChecked(true);
+    ui->EnterpriseRdo->setChecked(true);
   else
-    DBAuthRdo->setChecked(true);
-  ExternalNameEd->setText(FExternalName);
-  SelectComboText(DefaultTableSpaceCmb, FDefaultTablespace);
-  SelectComboText(TemporaryTableSpaceCmb, FTemporaryTablespace);
-  SelectComboText(ResourceProfileCmb, FProfile);
-  PasswordExpiredChk->setChecked(FStatus == u"EXPIRED" || FStatus == u"EXPIRED & LOCKED");
+    ui->DBAuthRdo->setChecked(true);
+  ui->ExternalNameEd->setText(FExternalName);
+  SelectComboText(ui->DefaultTableSpaceCmb, FDefaultTablespace);
+  SelectComboText(ui->TemporaryTableSpaceCmb, FTemporaryTablespace);
+  SelectComboText(ui->ResourceProfileCmb, FProfile);
+  ui->PasswordExpiredChk->setChecked(FStatus == u"EXPIRED" || FStatus == u"EXPIRED & LOCKED");
   if (FStatus == u"LOCKED" || FStatus == u"EXPIRED & LOCKED")
-    LockRdo->setChecked(true);
+    ui->LockRdo->setChecked(true);
   else
-    UnLockRdo->setChecked(true);
+    ui->UnLockRdo->setChecked(true);
 }
 
 void TCreateUserFrm::AuthRdoClick() {
-  const bool db = DBAuthRdo->isChecked();
-  PasswordEd->setEnabled(db);
-  VerifyPasswordEd->setEnabled(db);
-  ExternalNameEd->setEnabled(EnterpriseRdo->isChecked());
+  const bool db = ui->DBAuthRdo->isChecked();
+  ui->PasswordEd->setEnabled(db);
+  ui->VerifyPasswordEd->setEnabled(db);
+  ui->ExternalNameEd->setEnabled(ui->EnterpriseRdo->isChecked());
 }
 
 void TCreateUserFrm::MainPageChange(int index) {
-  QWidget* page = MainPage->widget(index);
-  if (page == FQuotaPage)
+  QWidget* page = ui->MainPage->widget(index);
+  if (page == ui->QuotaTabSheet)
     Guarded([this] { FillQuotaPage(); });
   else
     FGrants->MainPageChange(page);
@@ -341,10 +235,10 @@ void TCreateUserFrm::FillQuotaPage() {
   if (FQuotaLoaded) return;
   FQuotaLoaded = true;
   QList<QStringList> rows;
-  for (int i = 0; i < DefaultTableSpaceCmb->count(); ++i)
-    rows << QStringList{DefaultTableSpaceCmb->itemText(i), BoolToStr(false), QString(),
+  for (int i = 0; i < ui->DefaultTableSpaceCmb->count(); ++i)
+    rows << QStringList{ui->DefaultTableSpaceCmb->itemText(i), BoolToStr(false), QString(),
                         QStringLiteral("KB")};
-  QuotaTreeList->AddRows(rows);
+  ui->QuotaTreeList->AddRows(rows);
   if (!FIsAlter) return;
   TempQry.Close();
   TempQry.LoadSQL(QStringLiteral("CreateUserFrn.AlterQuota"));
@@ -360,11 +254,11 @@ void TCreateUserFrm::FillQuotaPage() {
       q.Units = Trim(TempQry.FieldByName(QStringLiteral("UNITS")));
     }
     FLoadedQuotas.insert(q.Tablespace, q);
-    for (int r = 0; r < QuotaTreeList->RowCount(); ++r) {
-      if (QuotaTreeList->Cell(r, qcTablespace) != q.Tablespace) continue;
-      QuotaTreeList->SetCell(r, qcUnlimited, BoolToStr(q.Unlimited));
-      QuotaTreeList->SetCell(r, qcQuota, q.Quota);
-      QuotaTreeList->SetCell(r, qcUnits, q.Units);
+    for (int r = 0; r < ui->QuotaTreeList->RowCount(); ++r) {
+      if (ui->QuotaTreeList->Cell(r, qcTablespace) != q.Tablespace) continue;
+      ui->QuotaTreeList->SetCell(r, qcUnlimited, BoolToStr(q.Unlimited));
+      ui->QuotaTreeList->SetCell(r, qcQuota, q.Quota);
+      ui->QuotaTreeList->SetCell(r, qcUnits, q.Units);
     }
   }
   TempQry.Close();
@@ -372,68 +266,69 @@ void TCreateUserFrm::FillQuotaPage() {
 
 QList<TQuotaRow> TCreateUserFrm::QuotaRows() const {
   QList<TQuotaRow> rows;
-  for (int r = 0; r < QuotaTreeList->RowCount(); ++r)
-    rows << TQuotaRow{QuotaTreeList->Cell(r, qcTablespace),
-                      QuotaTreeList->Cell(r, qcUnlimited) == u"True",
-                      QuotaTreeList->Cell(r, qcQuota), QuotaTreeList->Cell(r, qcUnits)};
+  for (int r = 0; r < ui->QuotaTreeList->RowCount(); ++r)
+    rows << TQuotaRow{ui->QuotaTreeList->Cell(r, qcTablespace),
+                      ui->QuotaTreeList->Cell(r, qcUnlimited) == u"True",
+                      ui->QuotaTreeList->Cell(r, qcQuota), ui->QuotaTreeList->Cell(r, qcUnits)};
   return rows;
 }
 
 QString TCreateUserFrm::UserName() const {
-  return Trim(UserNameEd->text());
+  return Trim(ui->UserNameEd->text());
 }
 
 bool TCreateUserFrm::PasswordRequired() const {
-  if (!DBAuthRdo->isChecked()) return false;
+  if (!ui->DBAuthRdo->isChecked()) return false;
   // A user without a password of its own (EXTERNAL, GLOBAL, or NONE for a schema-only account)
   // needs one to switch to database authentication.
   return !FIsAlter || FAuth != u"PASSWORD";
 }
 
 bool TCreateUserFrm::Validate() {
-  if (!CheckNameField(this, UserNameLbl, UserNameEd, UserName())) return false;
-  return CheckPasswords(this, PasswordRequired(), DBAuthRdo->isChecked(), PasswordLbl, PasswordEd,
-                        VerifyPasswordLbl, VerifyPasswordEd);
+  if (!CheckNameField(this, ui->UserNameLbl, ui->UserNameEd, UserName())) return false;
+  return CheckPasswords(this, PasswordRequired(), ui->DBAuthRdo->isChecked(), ui->PasswordLbl,
+                        ui->PasswordEd, ui->VerifyPasswordLbl, ui->VerifyPasswordEd);
 }
 
 QString TCreateUserFrm::IdentifiedClause() const {
-  if (OSAuthRdo->isChecked()) return QStringLiteral(" IDENTIFIED EXTERNALLY");
-  if (EnterpriseRdo->isChecked())
-    return QStringLiteral(" IDENTIFIED GLOBALLY AS '") + QuoteSql(ExternalNameEd->text()) + u'\'';
-  return QStringLiteral(" IDENTIFIED BY \"") + PasswordEd->text() + u'"';
+  if (ui->OSAuthRdo->isChecked()) return QStringLiteral(" IDENTIFIED EXTERNALLY");
+  if (ui->EnterpriseRdo->isChecked())
+    return QStringLiteral(" IDENTIFIED GLOBALLY AS '") + QuoteSql(ui->ExternalNameEd->text()) +
+           u'\'';
+  return QStringLiteral(" IDENTIFIED BY \"") + ui->PasswordEd->text() + u'"';
 }
 
 void TCreateUserFrm::AddCreateUser() {
   TSqlMemo head;
   head.Add(QStringLiteral("CREATE USER ") + UserName() + IdentifiedClause());
-  if (!DefaultTableSpaceCmb->currentText().isEmpty())
+  if (!ui->DefaultTableSpaceCmb->currentText().isEmpty())
     head.Add(FormatMsg(QStringLiteral("\tDEFAULT TABLESPACE %s"),
-                       {DefaultTableSpaceCmb->currentText()}));
-  if (!TemporaryTableSpaceCmb->currentText().isEmpty())
+                       {ui->DefaultTableSpaceCmb->currentText()}));
+  if (!ui->TemporaryTableSpaceCmb->currentText().isEmpty())
     head.Add(FormatMsg(QStringLiteral("\tTEMPORARY TABLESPACE %s"),
-                       {TemporaryTableSpaceCmb->currentText()}));
+                       {ui->TemporaryTableSpaceCmb->currentText()}));
   const QString quota = Trim(QuotaClauses(QuotaRows(), {}));
   if (!quota.isEmpty()) head.Add(QStringLiteral("\t") + quota);
-  if (!ResourceProfileCmb->currentText().isEmpty())
-    head.Add(FormatMsg(QStringLiteral("\tPROFILE %s"), {ResourceProfileCmb->currentText()}));
-  if (DBAuthRdo->isChecked() && PasswordExpiredChk->isChecked())
+  if (!ui->ResourceProfileCmb->currentText().isEmpty())
+    head.Add(FormatMsg(QStringLiteral("\tPROFILE %s"), {ui->ResourceProfileCmb->currentText()}));
+  if (ui->DBAuthRdo->isChecked() && ui->PasswordExpiredChk->isChecked())
     head.Add(QStringLiteral("\tPASSWORD EXPIRE"));
-  if (LockRdo->isChecked()) head.Add(QStringLiteral("\tACCOUNT LOCK"));
+  if (ui->LockRdo->isChecked()) head.Add(QStringLiteral("\tACCOUNT LOCK"));
   SqlMemo().SetText(Trim(head.Text()) + QStringLiteral(";") + CRLF + CRLF);
 }
 
 QString TCreateUserFrm::AlterIdentifiedClause() const {
-  if (EnterpriseRdo->isChecked()) {
-    if (FAuth == u"GLOBAL" && FExternalName == ExternalNameEd->text()) return QString();
-    return ExternalNameEd->text().isEmpty()
+  if (ui->EnterpriseRdo->isChecked()) {
+    if (FAuth == u"GLOBAL" && FExternalName == ui->ExternalNameEd->text()) return QString();
+    return ui->ExternalNameEd->text().isEmpty()
                ? QStringLiteral("\tIDENTIFIED GLOBALLY")
                : FormatMsg(QStringLiteral("\tIDENTIFIED GLOBALLY '%s'"),
-                           {QuoteSql(ExternalNameEd->text())});
+                           {QuoteSql(ui->ExternalNameEd->text())});
   }
-  if (OSAuthRdo->isChecked())
+  if (ui->OSAuthRdo->isChecked())
     return FAuth == u"EXTERNAL" ? QString() : QStringLiteral("\tIDENTIFIED EXTERNALLY");
-  if (FAuth == u"PASSWORD" && PasswordEd->text().isEmpty()) return QString();
-  return QStringLiteral("\tIDENTIFIED BY \"") + PasswordEd->text() + u'"';
+  if (FAuth == u"PASSWORD" && ui->PasswordEd->text().isEmpty()) return QString();
+  return QStringLiteral("\tIDENTIFIED BY \"") + ui->PasswordEd->text() + u'"';
 }
 
 void TCreateUserFrm::AddAlterUser() {
@@ -444,16 +339,16 @@ void TCreateUserFrm::AddAlterUser() {
     const QString text = combo->currentText();
     if (!text.isEmpty() && text != loaded) clauses << FormatMsg(QString::fromLatin1(templ), {text});
   };
-  changed(DefaultTableSpaceCmb, FDefaultTablespace, "\tDEFAULT TABLESPACE %s");
-  changed(TemporaryTableSpaceCmb, FTemporaryTablespace, "\tTEMPORARY TABLESPACE %s");
-  changed(ResourceProfileCmb, FProfile, "\tPROFILE %s");
+  changed(ui->DefaultTableSpaceCmb, FDefaultTablespace, "\tDEFAULT TABLESPACE %s");
+  changed(ui->TemporaryTableSpaceCmb, FTemporaryTablespace, "\tTEMPORARY TABLESPACE %s");
+  changed(ui->ResourceProfileCmb, FProfile, "\tPROFILE %s");
   const bool expired = FStatus == u"EXPIRED" || FStatus == u"EXPIRED & LOCKED";
-  if (DBAuthRdo->isChecked() && PasswordExpiredChk->isChecked() &&
-      (!expired || !PasswordEd->text().isEmpty()))
+  if (ui->DBAuthRdo->isChecked() && ui->PasswordExpiredChk->isChecked() &&
+      (!expired || !ui->PasswordEd->text().isEmpty()))
     clauses << QStringLiteral("\tPASSWORD EXPIRE");
   const bool locked = FStatus == u"LOCKED" || FStatus == u"EXPIRED & LOCKED";
-  if (!locked && LockRdo->isChecked()) clauses << QStringLiteral("\tACCOUNT LOCK");
-  if (locked && UnLockRdo->isChecked()) clauses << QStringLiteral("\tACCOUNT UNLOCK");
+  if (!locked && ui->LockRdo->isChecked()) clauses << QStringLiteral("\tACCOUNT LOCK");
+  if (locked && ui->UnLockRdo->isChecked()) clauses << QStringLiteral("\tACCOUNT UNLOCK");
   SqlMemo().Clear();
   if (clauses.isEmpty()) return;
   SqlMemo().SetText(
@@ -476,7 +371,7 @@ void TCreateUserFrm::BuildSql() {
     AddCreateUser();
     FGrants->AddStatements(SqlMemo());
   }
-  SqlText->setPlainText(SqlMemo().Text());
+  ui->SqlText->setPlainText(SqlMemo().Text());
   RefreshOwnedPreview();
 }
 

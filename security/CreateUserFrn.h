@@ -8,18 +8,13 @@
 #include "plugin/KelForms.h"
 #include "plugin/KelQuery.h"
 
-class QCheckBox;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPlainTextEdit;
-class QRadioButton;
-class QTabWidget;
+namespace Ui {
+class TCreateUserFrm;
+}
 
 namespace kel {
 
 class TGrantEditor;
-class TKelTreeList;
 
 // One row of the quota list, and a loaded quota.
 struct TQuotaRow {
@@ -57,9 +52,7 @@ class TCreateUserFrm : public TKelDllDBDlgFrm {
   void AfterExecute() override;
 
  private:
-  void BuildForm();
-  QWidget* BuildUserInfoPage();
-  QWidget* BuildQuotaPage();
+  void AddQuotaColumns();
   void LoadUser();
   void FillQuotaPage();
   void FillTemporaryTablespaces();
@@ -76,28 +69,7 @@ class TCreateUserFrm : public TKelDllDBDlgFrm {
   QString UserName() const;
   bool PasswordRequired() const;
 
-  QTabWidget* MainPage;
-  QLabel* UserNameLbl;
-  QLineEdit* UserNameEd;
-  QRadioButton* DBAuthRdo;
-  QRadioButton* OSAuthRdo;
-  QRadioButton* EnterpriseRdo;
-  QLabel* PasswordLbl;
-  QLineEdit* PasswordEd;
-  QLabel* VerifyPasswordLbl;
-  QLineEdit* VerifyPasswordEd;
-  QLabel* ExternalNameLbl;
-  QLineEdit* ExternalNameEd;
-  QCheckBox* PasswordExpiredChk;
-  QComboBox* ResourceProfileCmb;
-  QComboBox* DefaultTableSpaceCmb;
-  QComboBox* TemporaryTableSpaceCmb;
-  QRadioButton* LockRdo;
-  QRadioButton* UnLockRdo;
-  TKelTreeList* QuotaTreeList;
-  QPlainTextEdit* SqlText;
-  QWidget* FQuotaPage;
-  QWidget* FSqlPage;
+  Ui::TCreateUserFrm* ui;
   TGrantEditor* FGrants;
 
   TKelQuery TempQry;

@@ -2,10 +2,9 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
-#include <QSplitter>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -273,23 +272,17 @@ void MoveAllRows(TKelTreeList* from, TKelTreeList* to) {
 // ---------------------------------------------------------------------------------------------
 // The editor
 
-TGrantEditor::TGrantEditor(TKelBaseFrm* form, QWidget* formWidget, const TGrantTexts& texts,
-                           std::function<QString()> grantee)
-    : QObject(formWidget),
-      FForm(form),
-      FFormWidget(formWidget),
-      FTexts(texts),
-      FGrantee(std::move(grantee)) {
-  FRolesPage =
-      BuildListPage(QStringLiteral("RolesTabSheet"), FRoles, FGrantedRoles, QStringLiteral("Role"));
+TGrantEditor::TGrantEditor(TKelBaseFrm* form, QWidget* formWidget, const TGrantPages& pages,
+                           const TGrantTexts& texts, std::function<QString()> grantee)
+    : QObject(formWidget), FForm(form), FTexts(texts), FGrantee(std::move(grantee)), FPages(pages) {
+  BuildListPage(FPages.Roles, FRoles, FGrantedRoles, QStringLiteral("Role"));
   FRoles->setObjectName(QStringLiteral("RolesTreeList"));
   FGrantedRoles->setObjectName(QStringLiteral("GrantedRolesTreeList"));
   AddGrantColumns(FRoles, {"Role Name", "Admin Option", "Revoke?", "Admin Save"}, false, false);
   AddGrantColumns(FGrantedRoles, {"Granted Role Name", "Admin Option", "Revoke?", "Admin Save"},
                   false, true);
 
-  FSystemPage = BuildListPage(QStringLiteral("SystemTabSheet"), FPrivs, FGrantedPrivs,
-                              QStringLiteral("System"));
+  BuildListPage(FPages.System, FPrivs, FGrantedPrivs, QStringLiteral("System"));
   FPrivs->setObjectName(QStringLiteral("PrivilegeTreeList"));
   FGrantedPrivs->setObjectName(QStringLiteral("GrantedPrivilegeTreeList"));
   AddGrantColumns(FPrivs, {"Privilege Name", "Property", "Admin?", "Revoke", "Admin Save"}, true,
@@ -298,10 +291,9 @@ TGrantEditor::TGrantEditor(TKelBaseFrm* form, QWidget* formWidget, const TGrantT
                   {"Granted Privilege Name", "Property", "Admin Option", "Revoke", "Admin Save"},
                   true, true);
 
-  FObjectPage = BuildObjectPage();
+  BuildObjectPage();
 
-  FResourcePage = BuildListPage(QStringLiteral("ResourceTabSheet"), FGroups, FGrantedGroups,
-                                QStringLiteral("Resrc"));
+  BuildListPage(FPages.Resource, FGroups, FGrantedGroups, QStringLiteral("Resrc"));
   FGroups->setObjectName(QStringLiteral("ResourceGroupTreeList"));
   FGrantedGroups->setObjectName(QStringLiteral("GrantedResourceGroupTreeList"));
   for (auto [list, caption] : {std::pair{FGroups, "Resource Group Name"},
@@ -354,10 +346,8 @@ TKelTreeList* TGrantEditor::NewList(QWidget* parent, const QString& name) {
   return list;
 }
 
-QWidget* TGrantEditor::BuildListPage(const QString& name, TKelTreeList*& upper,
-                                     TKelTreeList*& lower, const QString& prefix) {
-  auto* page = new QWidget();
-  page->setObjectName(name);
+void TGrantEditor::BuildListPage(QWidget* page, TKelTreeList*& upper, TKelTreeList*& lower,
+                                 const QString& prefix) {
   auto* layout = new QVBoxLayout(page);
   upper = NewList(page, QString());
   lower = NewList(page, QString());
@@ -390,7 +380,6 @@ QWidget* TGrantEditor::BuildListPage(const QString& name, TKelTreeList*& upper,
   layout->addWidget(upper, 1);
   layout->addLayout(buttons);
   layout->addWidget(lower, 1);
-  return page;
 }
 
 void TGrantEditor::AddGrantColumns(TKelTreeList* list, const QStringList& captions,
@@ -446,9 +435,8 @@ void TGrantEditor::AddGrantColumns(TKelTreeList* list, const QStringList& captio
   SetShape(list, TListShape{withProperty, true});
 }
 
-QWidget* TGrantEditor::BuildObjectPage() {
-  auto* page = new QWidget();
-  page->setObjectName(QStringLiteral("ObjectTabSheet"));
+void TGrantEditor::BuildObjectPage() {
+  QWidget* page = FPages.Object;
   auto* layout = new QVBoxLayout(page);
 
   auto* search = new QHBoxLayout();
@@ -558,7 +546,6 @@ QWidget* TGrantEditor::BuildObjectPage() {
   connect(FObjName, &QTreeWidget::itemExpanded, this, &TGrantEditor::ObjNameTvExpanding);
   connect(FObjName, &QTreeWidget::currentItemChanged, this,
           [this](QTreeWidgetItem* item) { ObjNameTvFocusChanged(item); });
-  return page;
 }
 
 void TGrantEditor::InitLoad() {
@@ -577,6 +564,31 @@ void TGrantEditor::Untrack() const {
   QObject::disconnect(FObjGrant, nullptr, tracker, nullptr);
   QObject::disconnect(FObjTypeCmb, nullptr, tracker, nullptr);
   QObject::disconnect(FSchemaCmb, nullptr, tracker, nullptr);
+}
+
+namespace {
+// The controls that take the Tab key, in the order their layouts show them.
+void AppendTabStops(const QLayout* layout, QList<QWidget*>& out) {
+  for (int i = 0; i < layout->count(); ++i) {
+    QLayoutItem* item = layout->itemAt(i);
+    if (QWidget* w = item->widget(); w && (w->focusPolicy() & Qt::TabFocus))
+      out << w;
+    else if (item->layout())
+      AppendTabStops(item->layout(), out);
+  }
+}
+}  // namespace
+
+void TGrantEditor::SetTabOrder(QWidget* before) const {
+  QList<QWidget*> stops;
+  for (const QWidget* page : {FPages.Roles, FPages.System, FPages.Object, FPages.Resource})
+    AppendTabStops(page->layout(), stops);
+  // Each control is taken out of the chain and put right after the previous one, so the
+  // controls that followed `before` now follow the last of them.
+  for (QWidget* w : stops) {
+    QWidget::setTabOrder(before, w);
+    before = w;
+  }
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -718,15 +730,16 @@ bool TGrantEditor::Loaded(QWidget* page) const {
 
 void TGrantEditor::MainPageChange(QWidget* page) {
   if (!page || Loaded(page)) return;
-  if (page != FRolesPage && page != FSystemPage && page != FObjectPage && page != FResourcePage)
+  if (page != FPages.Roles && page != FPages.System && page != FPages.Object &&
+      page != FPages.Resource)
     return;
   // Marked first: a page whose query fails stays as far as it was filled.
   FLoadedPages << page;
   FForm->Guarded([&] {
-    if (page == FRolesPage) FillRoles();
-    if (page == FSystemPage) FillPrivileges();
-    if (page == FObjectPage) FillObjects();
-    if (page == FResourcePage) FillGroups();
+    if (page == FPages.Roles) FillRoles();
+    if (page == FPages.System) FillPrivileges();
+    if (page == FPages.Object) FillObjects();
+    if (page == FPages.Resource) FillGroups();
   });
 }
 

@@ -21,6 +21,15 @@ namespace kel {
 
 class TKelTreeList;
 
+// The four pages of a dialog's page control that the grant editor fills: they belong to the
+// dialog's form, the editor builds their lists and buttons.
+struct TGrantPages {
+  QWidget* Roles;
+  QWidget* System;
+  QWidget* Object;
+  QWidget* Resource;
+};
+
 // One row of a role, system privilege or resource group list. `Origin` is true for a grant that
 // existed when the page was loaded; it travels with the row between the two lists.
 struct TGrantRow {
@@ -91,19 +100,17 @@ class TGrantEditor : public QObject {
   Q_OBJECT
  public:
   // `form` owns the pages and the queries' connection; `grantee` gives the trimmed name typed
-  // in the owning dialog.
-  TGrantEditor(TKelBaseFrm* form, QWidget* formWidget, const TGrantTexts& texts,
-               std::function<QString()> grantee);
+  // in the owning dialog. The pages' contents are built here.
+  TGrantEditor(TKelBaseFrm* form, QWidget* formWidget, const TGrantPages& pages,
+               const TGrantTexts& texts, std::function<QString()> grantee);
 
   // Connection-dependent set-up: the schema list of the object browser.
   void InitLoad();
   void SetAlter(bool isAlter) { FIsAlter = isAlter; }
   bool IsAlter() const { return FIsAlter; }
 
-  QWidget* RolesPage() const { return FRolesPage; }
-  QWidget* SystemPage() const { return FSystemPage; }
-  QWidget* ObjectPage() const { return FObjectPage; }
-  QWidget* ResourcePage() const { return FResourcePage; }
+  // Puts the pages' controls, in page order, into the form's tab order right after `before`.
+  void SetTabOrder(QWidget* before) const;
 
   // Filling a page and browsing objects are not edits: the form's change tracker stops
   // watching the list fills and the browser's combos (moves and cell edits still count).
@@ -152,9 +159,9 @@ class TGrantEditor : public QObject {
   void ObjUpAllBtnClick();
 
  private:
-  QWidget* BuildListPage(const QString& name, TKelTreeList*& upper, TKelTreeList*& lower,
-                         const QString& prefix);
-  QWidget* BuildObjectPage();
+  void BuildListPage(QWidget* page, TKelTreeList*& upper, TKelTreeList*& lower,
+                     const QString& prefix);
+  void BuildObjectPage();
   TKelTreeList* NewList(QWidget* parent, const QString& name);
   void AddGrantColumns(TKelTreeList* list, const QStringList& captions, bool withProperty,
                        bool adminEditable);
@@ -171,16 +178,12 @@ class TGrantEditor : public QObject {
   static QStringList RowCells(const TGrantRow& row, bool withProperty);
 
   TKelBaseFrm* FForm;
-  QWidget* FFormWidget;
   TGrantTexts FTexts;
   std::function<QString()> FGrantee;
   bool FIsAlter = false;
   TKelQuery TempQry;
 
-  QWidget* FRolesPage;
-  QWidget* FSystemPage;
-  QWidget* FObjectPage;
-  QWidget* FResourcePage;
+  TGrantPages FPages;
   QList<QWidget*> FLoadedPages;
 
   TKelTreeList* FRoles = nullptr;

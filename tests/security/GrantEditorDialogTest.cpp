@@ -1,11 +1,14 @@
-// The grant editor inside the user and role dialogs on the demo database: pages filled once,
-// changed rows painted, browsing not counted as an edit.
+// The user, role and profile dialogs on the demo database: the grant editor's pages filled once,
+// changed rows painted, browsing not counted as an edit, the Tab key's way through the pages,
+// and the alter flag of the host's link.
 #include <gtest/gtest.h>
 
+#include <QLineEdit>
 #include <QTabWidget>
 
 #include "host/core/RecordingHost.h"
 #include "plugin/KelTreeList.h"
+#include "security/CreateProfileFrn.h"
 #include "security/CreateRoleFrn.h"
 #include "security/CreateUserFrn.h"
 #include "security/GrantEditor.h"
@@ -26,12 +29,12 @@ class GrantEditorDialog : public ::testing::Test {
     Recorder.reset();
   }
   template <class TForm>
-  std::unique_ptr<TForm> Open(const char* param, const char* name) {
+  std::unique_ptr<TForm> Open(const char* param, const char* name, const char* isAlter = "True") {
     auto form = std::make_unique<TForm>(nullptr);
     form->SetParentControl(nullptr);
     TXLink link;
     link.SetVerb("Alter");
-    link.AddParams("IsAlter", "True");
+    link.AddParams("IsAlter", isAlter);
     link.AddParams(param, name);
     form->ReadParams(&link);
     form->show();
@@ -51,6 +54,18 @@ class GrantEditorDialog : public ::testing::Test {
   }
   std::unique_ptr<host::TRecordingHost> Recorder;
 };
+
+// The controls the Tab key visits from `from` on, up to and including `to`.
+QStringList TabChain(QWidget* from, const QWidget* to) {
+  QStringList names;
+  QWidget* w = from;
+  do {
+    if (w->focusPolicy() & Qt::TabFocus) names << w->objectName();
+    w = w->nextInFocusChain();
+  } while (w != to && w != from);
+  names << to->objectName();
+  return names;
+}
 
 }  // namespace
 
@@ -118,4 +133,62 @@ TEST_F(GrantEditorDialog, CreateModePaintsNothing) {
   ASSERT_EQ(g->GrantedRolesTreeList()->RowCount(), 1);
   EXPECT_FALSE(Painted(g->GrantedRolesTreeList(), 0, 0));
   EXPECT_EQ(Queries("CreateRoleFrn.Alter02"), 0);
+}
+
+TEST_F(GrantEditorDialog, TabRunsThroughTheGrantPagesBeforeTheStatementAndButtons) {
+  TCreateRoleFrm form(nullptr);
+  const QStringList expected = {"VerifyPasswordEd",
+                                "RolesTreeList",
+                                "RoleDownBtn",
+                                "RoleDownAllBtn",
+                                "RoleUpBtn",
+                                "RoleUpAllBtn",
+                                "GrantedRolesTreeList",
+                                "PrivilegeTreeList",
+                                "SystemDownBtn",
+                                "SystemDownAllBtn",
+                                "SystemUpBtn",
+                                "SystemUpAllBtn",
+                                "GrantedPrivilegeTreeList",
+                                "ObjTypeCmb",
+                                "SchemaCmb",
+                                "SearchBtn",
+                                "ObjNameTv",
+                                "ObjGrantTv",
+                                "ObjDownBtn",
+                                "ObjDownAllBtn",
+                                "ObjUpBtn",
+                                "ObjUpAllBtn",
+                                "ObjTreeList",
+                                "ResourceGroupTreeList",
+                                "ResrcDownBtn",
+                                "ResrcDownAllBtn",
+                                "ResrcUpBtn",
+                                "ResrcUpAllBtn",
+                                "GrantedResourceGroupTreeList",
+                                "SqlText",
+                                "ViewSqlBtn",
+                                "OkBtn",
+                                "CancelBtn"};
+  EXPECT_EQ(
+      TabChain(form.findChild<QWidget*>("VerifyPasswordEd"), form.findChild<QWidget*>("CancelBtn")),
+      expected);
+}
+
+TEST_F(GrantEditorDialog, MalformedAlterFlagOpensTheCreateDialog) {
+  auto createMode = [this](QWidget* form, const char* nameEdit, const char* title,
+                           const char* loadKey) {
+    EXPECT_EQ(form->windowTitle(), title);
+    auto* name = form->findChild<QLineEdit*>(nameEdit);
+    ASSERT_NE(name, nullptr) << nameEdit;
+    EXPECT_TRUE(name->isEnabled()) << nameEdit;
+    EXPECT_TRUE(name->text().isEmpty()) << nameEdit;
+    EXPECT_EQ(Queries(loadKey), 0) << loadKey;
+  };
+  createMode(Open<TCreateUserFrm>("P_UserName", "APP", "maybe").get(), "UserNameEd", "Create User",
+             "CreateUserFrn.Alt.001");
+  createMode(Open<TCreateRoleFrm>("P_ObjName", "APP_WRITE", "maybe").get(), "RoleNameEd",
+             "Create Role", "CreateRoleFrn.Alter01");
+  createMode(Open<TCreateProfileFrm>("P_ObjName", "APP_PROFILE", "maybe").get(), "ProfileEd",
+             "Create Profile", "CreateProfileFrn.Exists");
 }
