@@ -539,6 +539,7 @@ bool TCreateTableFrm::Validate() {
       break;
   }
   if (ConstraintsShown() && !FConstraints->ValidateNames(*this)) return false;
+  if (!KeyChangesPass()) return false;
   return FStorage->ExitChecksPass();
 }
 
@@ -570,10 +571,21 @@ bool TCreateTableFrm::ValidateColumnNames() {
   return true;
 }
 
+// A key change that would lose other tables' foreign keys is refused before anything is built,
+// for the preview as for OK: the constraint page shows its message and focuses the constraint.
+bool TCreateTableFrm::KeyChangesPass() {
+  if (!FIsAlter || !ConstraintsShown()) return true;
+  if (FConstraints->ValidateKeyChanges(Schema(), DroppedColumns())) return true;
+  ui->MainPage->setCurrentWidget(ui->ConstSheet);
+  FConstraints->ConstTreeList()->setFocus();
+  return false;
+}
+
 void TCreateTableFrm::ViewSqlBtnClick() {
   Guarded([this] {
     // What an exit of the storage page refuses is never built, not even for the preview.
     if (!FStorage->ExitChecksPass()) return;
+    if (!KeyChangesPass()) return;
     BuildSql();
     if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
   });

@@ -158,6 +158,71 @@ bool OwnedBy(const TKelQuery& query, const QString& owner) {
          Trim(query.FieldByName(QStringLiteral("OWNER"))) == owner;
 }
 
+// A foreign key of another table that references a key of this one, as loaded.
+struct TReferencingKey {
+  QString Owner, Table, Name, DeleteRule;
+  QStringList Columns;
+  bool Deferrable = false, Deferred = false, Disabled = false, Novalidate = false;
+  QString Qualified() const { return Owner + u'.' + Table + u'.' + Name; }
+};
+
+// The foreign keys that reference constraint `name` of `owner` (none for check constraints).
+QList<TReferencingKey> ReferencingKeys(TEsDBInfo* db, const QString& owner, const QString& name) {
+  QList<TReferencingKey> keys;
+  if (!db || name.isEmpty()) return keys;
+  TKelQuery q(db);
+  q.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_05"));
+  q.ParamByName(QStringLiteral("P_OWNER")) = owner;
+  q.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
+  q.Open();
+  for (; !q.Eof(); q.Next()) {
+    TReferencingKey k;
+    k.Owner = Trim(Field(q, "OWNER"));
+    k.Table = Trim(Field(q, "TABLE_NAME"));
+    k.Name = Trim(Field(q, "CONSTRAINT_NAME"));
+    k.DeleteRule = Trim(Field(q, "DELETE_RULE"));
+    k.Deferrable = Trim(Field(q, "DEFERRABLE")) == u"DEFERRABLE";
+    k.Deferred = Trim(Field(q, "DEFERRED")) == u"DEFERRED";
+    k.Disabled = Trim(Field(q, "STATUS")) == u"DISABLED";
+    k.Novalidate = Trim(Field(q, "VALIDATED")) == u"NOT VALIDATED";
+    keys << k;
+  }
+  TKelQuery columns(db);
+  columns.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_03"));
+  for (TReferencingKey& k : keys) {
+    columns.ParamByName(QStringLiteral("P_CONSTRAINT")) = k.Name;
+    columns.Open();
+    for (; !columns.Eof(); columns.Next())
+      if (OwnedBy(columns, k.Owner)) k.Columns << Trim(Field(columns, "COLUMN_NAME"));
+  }
+  return keys;
+}
+
+// A loaded constraint and its row in the list now (none when the user dropped it).
+struct TLoadedConstraint {
+  TConstraint Before;
+  TConstraint Now;
+  int Idx = 0;
+  int Row = -1;
+  bool GoneWithColumn = false;  // a column of it is dropped: the column drop removes it
+};
+
+// The names of foreign keys as the questions list them: owner.table.name.
+QString QualifiedNames(const QList<TReferencingKey>& keys) {
+  QStringList names;
+  for (const TReferencingKey& k : keys) names << k.Qualified();
+  return names.join(QStringLiteral(", "));
+}
+
+// Whether the referencing foreign keys can be created again on the new definition of their
+// key: it must still be a primary or unique key with as many columns as they have.
+bool ReAddable(const TConstraint& now, const QList<TReferencingKey>& keys) {
+  if (now.Type() != kPrimary && now.Type() != kUnique) return false;
+  return std::all_of(keys.begin(), keys.end(), [&](const TReferencingKey& k) {
+    return k.Columns.size() == now.Columns.size();
+  });
+}
+
 QToolButton* ToolButton(QToolBar* bar, const char* name, const char* caption) {
   auto* button = new QToolButton(bar);
   button->setObjectName(QString::fromLatin1(name));
@@ -191,6 +256,13 @@ struct TTableConstraintPage::TPrivate {
   // Catalog lists, read once per dialog.
   QHash<QString, QStringList> TablesOfSchema;
   QHash<QString, QStringList> ColumnsOfTable;
+  QHash<QString, QList<TReferencingKey>> ReferencingOf;  // owner.constraint -> foreign keys
+
+  QString Owner;  // the loaded table's schema (alter mode)
+  // The user's answers to the questions of the last build, by decision (constraint number and
+  // what is done to it): the next build reuses them while the same change stands, so View SQL
+  // then OK ask once.
+  QHash<QString, bool> Answers;
 
   TEsDBInfo* Connection() const {
     return DB ? DB : Application() ? Application()->CurrentDBInfo() : nullptr;
@@ -227,6 +299,15 @@ struct TTableConstraintPage::TPrivate {
   }
 
   QStringList Tables(const QString& schema);
+  const QList<TReferencingKey>& Referencing(const QString& owner, const QString& name);
+  bool Agreed(const QString& decision, const QString& messageKey, const QStringList& args,
+              QHash<QString, bool>& answers) const;
+  QList<TLoadedConstraint> LoadedConstraints(const QStringList& droppedColumns) const;
+  bool DropAgreed(int idx);
+  static bool Ask(const QString& messageKey, const QStringList& args) {
+    return Application() &&
+           Application()->esMsgDBox(messageKey, args, TMsgDlgType::Confirmation, false) == mrYes;
+  }
   QStringList TableColumns(const QString& schema, const QString& table);
   TConstraint Current(int row, const QHash<int, QList<const TConsDef*>>& groups) const;
   void FillReferenceLists(int row);
@@ -243,6 +324,68 @@ QStringList TTableConstraintPage::TPrivate::Tables(const QString& schema) {
   if (Application()) Application()->esOraTableList(Connection(), schema, list);
   TablesOfSchema.insert(schema, list);
   return list;
+}
+
+const QList<TReferencingKey>& TTableConstraintPage::TPrivate::Referencing(const QString& owner,
+                                                                          const QString& name) {
+  const QString key = owner + u'.' + name;
+  auto it = ReferencingOf.find(key);
+  if (it == ReferencingOf.end())
+    it = ReferencingOf.insert(key, ReferencingKeys(Connection(), owner, name));
+  return *it;
+}
+
+// The answer to a Yes/No question about dropping other tables' foreign keys: the one given for
+// the same decision in the last build, else the user's. Every answer used goes into `answers`.
+bool TTableConstraintPage::TPrivate::Agreed(const QString& decision, const QString& messageKey,
+                                            const QStringList& args,
+                                            QHash<QString, bool>& answers) const {
+  auto it = Answers.constFind(decision);
+  const bool yes = it != Answers.constEnd() ? *it : Ask(messageKey, args);
+  answers.insert(decision, yes);
+  return yes;
+}
+
+// Dropping a loaded key also drops the foreign keys of other tables that reference it (the drop
+// has CASCADE): the user is asked first, naming them. Anything else is dropped at once.
+bool TTableConstraintPage::TPrivate::DropAgreed(int idx) {
+  for (int b = 0; b < BakConstTreeList->RowCount(); ++b) {
+    if (BakConstTreeList->Cell(b, ccIdx).toInt() != idx) continue;
+    const QString type = Trim(BakConstTreeList->Cell(b, ccType));
+    if (type != kPrimary && type != kUnique) return true;
+    const QString name = Trim(BakConstTreeList->Cell(b, ccName));
+    const QList<TReferencingKey>& referencing = Referencing(Owner, name);
+    if (referencing.isEmpty()) return true;
+    return Ask(QStringLiteral("CreateTableFrm.DropReferencedKey"),
+               {name, QualifiedNames(referencing)});
+  }
+  return true;
+}
+
+// Every loaded constraint with what became of it.
+QList<TLoadedConstraint> TTableConstraintPage::TPrivate::LoadedConstraints(
+    const QStringList& droppedColumns) const {
+  const auto groups = GroupByIdx(ConsDefTbl);
+  const auto loadedGroups = GroupByIdx(BakConsDefTbl);
+  QHash<int, int> rowOfIdx;
+  for (int row = 0; row < ConstTreeList->RowCount(); ++row) rowOfIdx.insert(Idx(row), row);
+  QList<TLoadedConstraint> out;
+  for (int loadedRow = 0; loadedRow < BakConstTreeList->RowCount(); ++loadedRow) {
+    TLoadedConstraint l;
+    l.Before.Cells = BakConstTreeList->RowCells(loadedRow);
+    l.Idx = l.Before.Cells.value(ccIdx).toInt();
+    FillColumns(l.Before, loadedGroups.value(l.Idx));
+    l.GoneWithColumn =
+        std::any_of(l.Before.Columns.begin(), l.Before.Columns.end(),
+                    [&](const QString& column) { return droppedColumns.contains(column); });
+    const auto found = rowOfIdx.constFind(l.Idx);
+    if (found != rowOfIdx.constEnd()) {
+      l.Row = *found;
+      l.Now = Current(*found, groups);
+    }
+    out << l;
+  }
+  return out;
 }
 
 QStringList TTableConstraintPage::TPrivate::TableColumns(const QString& schema,
@@ -450,6 +593,7 @@ void TTableConstraintPage::DropCostraintBtnClick() {
   const int row = d->ConstTreeList->FocusedRow();
   if (row < 0) return;
   const int idx = d->Idx(row);
+  if (!d->DropAgreed(idx)) return;
   const bool primary = d->Type(row) == kPrimary;
   const QStringList columns = d->Columns(idx, false);
   d->ConsDefTbl.removeIf([idx](const TConsDef& def) { return def.Idx == idx; });
@@ -605,6 +749,8 @@ QStringList TTableConstraintPage::PrimaryKeyColumns() const {
 void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
                                            const QString& table, const QStringList& columns) {
   d->DB = db;
+  d->Owner = owner;
+  d->Answers.clear();
   d->ConstTreeList->ClearRows();
   d->ConsDefTbl.clear();
   d->BakConsDefTbl.clear();
@@ -748,46 +894,6 @@ void DropConstraintStatement(TSqlMemo& memo, const QString& header, const TConst
     memo.Add(QStringLiteral("  DROP CONSTRAINT ") + loaded.Name() + tail);
 }
 
-// A foreign key of another table that references a key of this one, as loaded.
-struct TReferencingKey {
-  QString Owner, Table, Name, DeleteRule;
-  QStringList Columns;
-  bool Deferrable = false, Deferred = false, Disabled = false, Novalidate = false;
-  QString Qualified() const { return Owner + u'.' + Table + u'.' + Name; }
-};
-
-// The foreign keys that reference constraint `name` of `owner` (none for check constraints).
-QList<TReferencingKey> ReferencingKeys(TEsDBInfo* db, const QString& owner, const QString& name) {
-  QList<TReferencingKey> keys;
-  if (!db || name.isEmpty()) return keys;
-  TKelQuery q(db);
-  q.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_05"));
-  q.ParamByName(QStringLiteral("P_OWNER")) = owner;
-  q.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
-  q.Open();
-  for (; !q.Eof(); q.Next()) {
-    TReferencingKey k;
-    k.Owner = Trim(Field(q, "OWNER"));
-    k.Table = Trim(Field(q, "TABLE_NAME"));
-    k.Name = Trim(Field(q, "CONSTRAINT_NAME"));
-    k.DeleteRule = Trim(Field(q, "DELETE_RULE"));
-    k.Deferrable = Trim(Field(q, "DEFERRABLE")) == u"DEFERRABLE";
-    k.Deferred = Trim(Field(q, "DEFERRED")) == u"DEFERRED";
-    k.Disabled = Trim(Field(q, "STATUS")) == u"DISABLED";
-    k.Novalidate = Trim(Field(q, "VALIDATED")) == u"NOT VALIDATED";
-    keys << k;
-  }
-  TKelQuery columns(db);
-  columns.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_03"));
-  for (TReferencingKey& k : keys) {
-    columns.ParamByName(QStringLiteral("P_CONSTRAINT")) = k.Name;
-    columns.Open();
-    for (; !columns.Eof(); columns.Next())
-      if (OwnedBy(columns, k.Owner)) k.Columns << Trim(Field(columns, "COLUMN_NAME"));
-  }
-  return keys;
-}
-
 // Creates a referencing foreign key again, on the key as it now is.
 void ReAddReferencingKey(TSqlMemo& memo, const TReferencingKey& k, const QString& schema,
                          const QString& table, const QStringList& keyColumns) {
@@ -827,52 +933,49 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
   const QString header = QStringLiteral("ALTER TABLE ") + schema + u'.' + table;
   QList<TReferencingKey> reAdd;     // foreign keys to create again once their key is back
   QHash<int, QStringList> reAddOn;  // constraint number -> names of the keys waiting for it
-  const auto groups = GroupByIdx(d->ConsDefTbl);
-  const auto loadedGroups = GroupByIdx(d->BakConsDefTbl);
-  QHash<int, int> rowOfIdx;
-  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) rowOfIdx.insert(d->Idx(row), row);
+  QHash<QString, bool> answers;     // the answers this build used
+  const auto referencingOf = [&](const TConstraint& c) {
+    return c.Type() == kPrimary || c.Type() == kUnique ? d->Referencing(schema, c.Name())
+                                                       : QList<TReferencingKey>();
+  };
 
   QSet<int> loadedKept;  // loaded constraints that stay (possibly renamed or modified)
-  for (int loadedRow = 0; loadedRow < d->BakConstTreeList->RowCount(); ++loadedRow) {
-    const QStringList cells = d->BakConstTreeList->RowCells(loadedRow);
-    TConstraint before;
-    before.Cells = cells;
-    const int idx = cells.value(ccIdx).toInt();
-    FillColumns(before, loadedGroups.value(idx));
-    const auto found = rowOfIdx.constFind(idx);
+  for (const TLoadedConstraint& l : d->LoadedConstraints(droppedColumns)) {
+    const TConstraint& before = l.Before;
+    const TConstraint& now = l.Now;
+    const int idx = l.Idx;
     // A constraint on a dropped column goes with the column (DROP ... CASCADE CONSTRAINTS):
     // no statement of its own; what is left of it, if anything, is added below.
-    const bool goneWithColumn =
-        std::any_of(before.Columns.begin(), before.Columns.end(),
-                    [&](const QString& column) { return droppedColumns.contains(column); });
-    if (found == rowOfIdx.constEnd()) {
-      if (!goneWithColumn) DropConstraintStatement(memo, header, before);
+    if (l.Row < 0) {
+      if (!l.GoneWithColumn) DropConstraintStatement(memo, header, before);
       continue;
     }
-    const TConstraint now = d->Current(*found, groups);
-    if (goneWithColumn) continue;
-    // An emptied primary key is a drop the user asked for.
+    if (l.GoneWithColumn) continue;
+    // An emptied primary key is a drop the user asked for; the foreign keys of other tables
+    // that reference it go with it only when the user agrees, else the key stays.
     if (now.IsEmptyKey()) {
-      DropConstraintStatement(memo, header, before);
+      const QList<TReferencingKey> referencing = referencingOf(before);
+      if (referencing.isEmpty() || d->Agreed(QString::number(idx) + QStringLiteral("|drop"),
+                                             QStringLiteral("CreateTableFrm.DropReferencedKey"),
+                                             {before.Name(), QualifiedNames(referencing)}, answers))
+        DropConstraintStatement(memo, header, before);
+      else
+        loadedKept.insert(idx);
       continue;
     }
     // A new definition replaces the constraint: dropped here, added with the new ones below.
     // Foreign keys of other tables that reference it would go with it: only with the user's
-    // consent, and then they are created again after the add.
+    // consent, and then they are created again after the add. When they could not be created
+    // on the new definition (ValidateKeyChanges refuses that before any build), nothing is
+    // built for the change.
     if (DefinitionChanged(before, now)) {
-      const QList<TReferencingKey> referencing =
-          before.Type() == kPrimary || before.Type() == kUnique
-              ? ReferencingKeys(d->Connection(), schema, before.Name())
-              : QList<TReferencingKey>();
+      const QList<TReferencingKey> referencing = referencingOf(before);
       if (!referencing.isEmpty()) {
-        QStringList names;
-        for (const TReferencingKey& k : referencing) names << k.Qualified();
-        const int answer = Application() ? Application()->esMsgDBox(
-                                               QStringLiteral("CreateTableFrm.ReferencedKey"),
-                                               {before.Name(), names.join(QStringLiteral(", "))},
-                                               TMsgDlgType::Confirmation, false)
-                                         : int(mrNo);
-        if (answer != mrYes) {
+        const bool agreed = ReAddable(now, referencing) &&
+                            d->Agreed(QString::number(idx) + u'|' + CreateClause(now),
+                                      QStringLiteral("CreateTableFrm.ReferencedKey"),
+                                      {before.Name(), QualifiedNames(referencing)}, answers);
+        if (!agreed) {
           loadedKept.insert(idx);  // nothing is built for this change
           continue;
         }
@@ -912,6 +1015,7 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
           now.Flag(ccRely) ? QStringLiteral("RELY;") : QStringLiteral("NORELY;"));
   }
 
+  const auto groups = GroupByIdx(d->ConsDefTbl);
   for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
     const int idx = d->Idx(row);
     if (loadedKept.contains(idx)) continue;
@@ -922,6 +1026,26 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
       if (reAddOn.value(idx).contains(k.Name))
         ReAddReferencingKey(memo, k, schema, table, c.Columns);
   }
+  d->Answers = answers;
+}
+
+bool TTableConstraintPage::ValidateKeyChanges(const QString& schema,
+                                              const QStringList& droppedColumns) const {
+  for (const TLoadedConstraint& l : d->LoadedConstraints(droppedColumns)) {
+    if (l.Row < 0 || l.GoneWithColumn || l.Now.IsEmptyKey()) continue;
+    if (!DefinitionChanged(l.Before, l.Now)) continue;
+    if (l.Before.Type() != kPrimary && l.Before.Type() != kUnique) continue;
+    const QList<TReferencingKey>& referencing = d->Referencing(schema, l.Before.Name());
+    if (referencing.isEmpty() || ReAddable(l.Now, referencing)) continue;
+    d->ConstTreeList->SetFocusedRow(l.Row);
+    const QString count = QString::number(referencing.first().Columns.size());
+    if (Application())
+      Application()->esMsgDBox(QStringLiteral("CreateTableFrm.ReferencedKeyColumns"),
+                               {l.Before.Name(), QualifiedNames(referencing), count, count},
+                               TMsgDlgType::Error, false);
+    return false;
+  }
+  return true;
 }
 
 void TTableConstraintPage::TableColumnRenamed(const QString& from, const QString& to) {

@@ -46,6 +46,12 @@ class TTableConstraintPage : public QWidget {
   void AlterConstraintSql(TSqlMemo& memo, const QString& schema, const QString& table,
                           const QStringList& droppedColumns) const;
 
+  // Alter mode, before a build: a loaded key whose new definition cannot carry the foreign keys
+  // of other tables that reference it (not a key any more, or another number of columns) is
+  // refused with a message naming them, the constraint focused. Dropping and adding it would
+  // lose them.
+  bool ValidateKeyChanges(const QString& schema, const QStringList& droppedColumns) const;
+
   // A column of the table was renamed or dropped in the column list: its pairs follow the
   // column (new name) or leave every constraint.
   void TableColumnRenamed(const QString& from, const QString& to);

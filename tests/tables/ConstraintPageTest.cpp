@@ -426,3 +426,99 @@ TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
                    "  ADD PRIMARY KEY(ID);" + CR1, "ALTER TABLE HR.EMP",
                    "  ADD FOREIGN KEY(DEPT_ID)" + CR1 + "   REFERENCES HR.DEPT  (ID);" + CR1}));
 }
+
+namespace {
+
+// HR.EMP with its primary key referenced by APP.BONUS and the questions answered `answer`.
+QByteArray ReferencedPrimaryKey(int answer) {
+  return QByteArray(kCatalog)
+      .replace("'catalog': {", "'answers': {'CreateTableFrm.DropReferencedKey': " +
+                                   QByteArray::number(answer) + "}, 'catalog': {")
+      .replace("'CreateTableFrn.Constraint_05': [",
+               "'CreateTableFrn.Constraint_05': [{'binds': {'P_OWNER': 'HR', 'P_CONSTRAINT': "
+               "'SYS_C0011'}, 'rows': [{'OWNER': 'APP', 'TABLE_NAME': 'BONUS', "
+               "'CONSTRAINT_NAME': 'BONUS_EMP_FK', 'DELETE_RULE': 'NO ACTION'}]},");
+}
+
+QStringList Alter(TTableConstraintPage& page) {
+  TSqlMemo memo;
+  page.AlterConstraintSql(memo, "HR", "EMP");
+  return memo.Lines();
+}
+
+}  // namespace
+
+// Unticking the last column of a referenced loaded key drops the foreign keys of other tables
+// only when the user agrees; the answer holds for every build while the change stands.
+TEST(ConstraintPageAnswers, AnEmptiedReferencedKeyIsDroppedOnlyWhenTheUserAgrees) {
+  for (const int answer : {6, 7}) {
+    test::TTestHost host(test::Json(ReferencedPrimaryKey(answer).constData()));
+    QWidget sheet;
+    TTableConstraintPage page(&sheet);
+    page.LoadConstraints(host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL"});
+    page.PrimaryKeyColumnChanged("ID", false);
+    const QStringList expected =
+        answer == 6 ? QStringList({"ALTER TABLE HR.EMP", "  DROP PRIMARY KEY CASCADE;"})
+                    : QStringList();
+    EXPECT_EQ(Alter(page), expected);
+    EXPECT_EQ(Alter(page), expected);  // View SQL, then OK
+    const auto asked = host.EventsOf("confirm");
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0].value("args").toArray().at(1).toString(), "APP.BONUS.BONUS_EMP_FK");
+    // Ticked again, the key stays; emptied once more, it is a new question.
+    page.PrimaryKeyColumnChanged("ID", true);
+    EXPECT_EQ(Alter(page), QStringList());
+    page.PrimaryKeyColumnChanged("ID", false);
+    EXPECT_EQ(Alter(page), expected);
+    EXPECT_EQ(host.EventsOf("confirm").size(), 2);
+  }
+}
+
+// Drop Constraint on a referenced loaded key asks first; No keeps the row. A key that nothing
+// references is dropped without a question.
+TEST(ConstraintPageAnswers, DroppingAReferencedKeyRowAsksFirst) {
+  test::TTestHost host(test::Json(ReferencedPrimaryKey(7).constData()));
+  QWidget sheet;
+  TTableConstraintPage page(&sheet);
+  page.LoadConstraints(host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL"});
+  page.ConstTreeList()->SetFocusedRow(0);
+  page.DropCostraintBtnClick();
+  EXPECT_EQ(page.ConstTreeList()->RowCount(), 4);
+  EXPECT_EQ(host.EventsOf("confirm").size(), 1);
+  page.ConstTreeList()->SetFocusedRow(3);  // the check constraint: no question
+  page.DropCostraintBtnClick();
+  EXPECT_EQ(page.ConstTreeList()->RowCount(), 3);
+  EXPECT_EQ(host.EventsOf("confirm").size(), 1);
+  EXPECT_EQ(Alter(page),
+            QStringList({"ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_SAL_CK CASCADE;"}));
+}
+
+// A referenced key whose new definition could not carry its foreign keys is refused before any
+// build, naming them; one that keeps its column count is replaced and they are re-created.
+TEST_F(ConstraintPage, AKeyChangeThatWouldLoseReferencingKeysIsRefused) {
+  LoadEmp();
+  EXPECT_TRUE(Page.ValidateKeyChanges("HR", {}));
+  List()->SetFocusedRow(1);  // EMP_MAIL_UK (MAIL,ORG), referenced by APP.ORD.ORD_EMP_FK
+  Pairs()->SetFocusedRow(1);
+  Page.DropCostraintConditionBtnClick();
+  List()->SetFocusedRow(0);
+  EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
+  EXPECT_EQ(List()->FocusedRow(), 1);
+  const auto refused = Host.EventsOf("message");
+  ASSERT_EQ(refused.size(), 1);
+  EXPECT_EQ(refused[0].value("key").toString(), "CreateTableFrm.ReferencedKeyColumns");
+  EXPECT_EQ(refused[0].value("args").toArray().at(1).toString(), "APP.ORD.ORD_EMP_FK");
+  EXPECT_EQ(refused[0].value("args").toArray().at(2).toString(), "2");
+  EXPECT_EQ(AlterLines(), QStringList());  // never a drop that loses them
+  EXPECT_TRUE(Host.EventsOf("confirm").isEmpty());
+
+  AddPair(1, "SAL");  // two columns again: replaced, the foreign key re-created on them
+  EXPECT_TRUE(Page.ValidateKeyChanges("HR", {}));
+  EXPECT_EQ(AlterLines().mid(0, 2),
+            QStringList({"ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_MAIL_UK CASCADE;"}));
+  EXPECT_TRUE(AlterLines().join(u'|').contains("REFERENCES HR.EMP  (MAIL,SAL)"));
+  EXPECT_EQ(Host.EventsOf("confirm").size(), 1);  // asked once for both builds
+
+  Edit(1, P::ccType, "CHECK");  // no key any more
+  EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
+}
