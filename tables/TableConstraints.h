@@ -97,10 +97,9 @@ class TTableConstraintPage : public QWidget {
   void DropCostraintConditionBtnClick();
   void ConstTreeListEditValueChanged(int row, int column);
   void ConstTreeListFocusedNodeChanged(int row);
-  // The Type drop-down's items for the focused row: "PRIMARY" only while no other row has it.
-  // The list has no popup event of its own, so this runs whenever the focused row changes and
-  // after every Type edit, which is before any drop-down can open.
-  void ConstTreeListColumn1PropertiesPopup();
+  // The Type drop-down's items for `row`: "PRIMARY" only while no other row has it. The list
+  // asks for them whenever the row's Type editor opens.
+  QStringList ConstTreeListColumn1PropertiesPopup(int row) const;
   void ConstConditionTreeListEditValueChanged(int row, int column);
 
  signals:

@@ -141,15 +141,12 @@ TEST_F(ConstraintPage, AutomaticNamesFollowTheTypeButTypedNamesStay) {
 TEST_F(ConstraintPage, OnlyOneRowCanBePrimary) {
   Page.AddCostraintBtnClick();
   Page.AddCostraintBtnClick();
-  List()->SetFocusedRow(0);
-  EXPECT_EQ(List()->Column(P::ccType).Items,
+  EXPECT_EQ(List()->CellItems(0, P::ccType),
             QStringList({"PRIMARY", "UNIQUE", "FOREIGN", "CHECK"}));
   Edit(0, P::ccType, "PRIMARY");
-  List()->SetFocusedRow(1);
-  EXPECT_EQ(List()->Column(P::ccType).Items, QStringList({"UNIQUE", "FOREIGN", "CHECK"}));
-  // The focused primary row itself keeps the item, first in the list.
-  List()->SetFocusedRow(0);
-  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  // Each row's items follow the data: the primary row keeps the item, first; the others lose it.
+  EXPECT_EQ(List()->CellItems(1, P::ccType), QStringList({"UNIQUE", "FOREIGN", "CHECK"}));
+  EXPECT_EQ(List()->CellItems(0, P::ccType).first(), "PRIMARY");
   // Choosing the type on another row focuses that row first: "PRIMARY" is not offered there.
   QString why;
   EXPECT_FALSE(List()->EditCell(1, P::ccType, "PRIMARY", &why));
@@ -161,9 +158,9 @@ TEST_F(ConstraintPage, TypeChangeClearsTheCellsTheNewTypeDoesNotUse) {
   Page.AddCostraintBtnClick();
   Edit(0, P::ccType, "FOREIGN");
   Edit(0, P::ccRefSchema, "HR");
-  EXPECT_EQ(List()->Column(P::ccRefTable).Items, QStringList({"DEPT", "EMP"}));
+  EXPECT_EQ(List()->CellItems(0, P::ccRefTable), QStringList({"DEPT", "EMP"}));
   Edit(0, P::ccRefTable, "DEPT");
-  EXPECT_EQ(Pairs()->Column(P::dcRefCol).Items, QStringList({"ID", "NAME"}));
+  EXPECT_EQ(Pairs()->CellItems(0, P::dcRefCol), QStringList({"ID", "NAME"}));
   Edit(0, P::ccDeleteCascade, "True");
   Edit(0, P::ccRely, "True");
   // A new referenced schema empties the referenced table.
@@ -404,12 +401,10 @@ TEST_F(ConstraintPage, EmptiedKeysDroppedColumnsAndRenamedColumns) {
 // PRIMARY is offered again once the primary row is gone; unnamed keys are added with "ADD".
 TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
   LoadEmp();
-  List()->SetFocusedRow(1);
-  EXPECT_FALSE(List()->Column(P::ccType).Items.contains("PRIMARY"));
+  EXPECT_FALSE(List()->CellItems(1, P::ccType).contains("PRIMARY"));
   List()->SetFocusedRow(0);
   Page.DropCostraintBtnClick();
-  List()->SetFocusedRow(0);
-  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  EXPECT_EQ(List()->CellItems(0, P::ccType).first(), "PRIMARY");
   Page.AddCostraintBtnClick();
   Edit(3, P::ccType, "PRIMARY");
   Edit(3, P::ccName, "");
@@ -521,4 +516,21 @@ TEST_F(ConstraintPage, AKeyChangeThatWouldLoseReferencingKeysIsRefused) {
 
   Edit(1, P::ccType, "CHECK");  // no key any more
   EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
+}
+
+// Each row's pick lists come from its own data, whichever row has the focus.
+TEST_F(ConstraintPage, PickListsFollowEachRowsOwnReference) {
+  Page.AddCostraintBtnClick();
+  Edit(0, P::ccType, "FOREIGN");
+  Edit(0, P::ccRefSchema, "HR");
+  Page.AddCostraintBtnClick();
+  Edit(1, P::ccType, "FOREIGN");
+  Edit(1, P::ccRefSchema, "APP");
+  EXPECT_EQ(List()->CellItems(0, P::ccRefTable), QStringList({"DEPT", "EMP"}));
+  EXPECT_EQ(List()->CellItems(1, P::ccRefTable), QStringList());
+  Edit(0, P::ccRefTable, "DEPT");
+  EXPECT_EQ(List()->FocusedRow(), 0);
+  EXPECT_EQ(Pairs()->CellItems(0, P::dcRefCol), QStringList({"ID", "NAME"}));
+  List()->SetFocusedRow(1);
+  EXPECT_EQ(Pairs()->CellItems(0, P::dcRefCol), QStringList());
 }
