@@ -351,6 +351,13 @@ void TCreateTableFrm::DropFieldBtnClick() {
   if (list->RowCount() < 2 || r < 0) return;
   const QString name = Trim(list->Cell(r, ccName));
   const bool inPrimaryKey = list->Cell(r, ccPk) == kTrue;
+  // A loaded column of a referenced key takes the key and the foreign keys of other tables
+  // with it (CASCADE CONSTRAINTS): only when the user agrees.
+  if (const QString id = list->Cell(r, ccID); FIsAlter && !id.isEmpty())
+    for (int b = 0; b < FBakColumnTL->RowCount(); ++b)
+      if (FBakColumnTL->Cell(b, ccID) == id &&
+          !FConstraints->ColumnDropAgreed(Trim(FBakColumnTL->Cell(b, ccName))))
+        return;
   list->SetFocusedRow(r > 0 ? r - 1 : 1);
   list->DeleteRow(r);
   if (inPrimaryKey && !name.isEmpty()) FConstraints->PrimaryKeyColumnChanged(name, false);

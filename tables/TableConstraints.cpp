@@ -1094,6 +1094,22 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
   d->Answers = answers;
 }
 
+bool TTableConstraintPage::ColumnDropAgreed(const QString& loadedColumn) {
+  QStringList keys;
+  QList<TReferencingKey> referencing;
+  for (const TConstraint& c : d->Loaded) {
+    if ((c.Type() != kPrimary && c.Type() != kUnique) || !c.Columns().contains(loadedColumn))
+      continue;
+    const QList<TReferencingKey>& of = d->Referencing(d->Owner, c.Name());
+    if (of.isEmpty()) continue;
+    keys << c.Name();
+    referencing << of;
+  }
+  return referencing.isEmpty() ||
+         d->Ask(QStringLiteral("CreateTableFrm.DropReferencedColumn"),
+                {loadedColumn, keys.join(QStringLiteral(", ")), QualifiedNames(referencing)});
+}
+
 bool TTableConstraintPage::ValidateKeyChanges(const QString& schema,
                                               const QStringList& droppedColumns) const {
   for (const TLoadedConstraint& l : d->LoadedConstraints(droppedColumns)) {

@@ -52,6 +52,11 @@ class TTableConstraintPage : public QWidget {
   // lose them.
   bool ValidateKeyChanges(const QString& schema, const QStringList& droppedColumns) const;
 
+  // Alter mode, before a loaded column is dropped: when it belongs to a loaded primary or
+  // unique key that foreign keys of other tables reference, the column drop would take them
+  // along; the user is asked, naming them. True when nothing is referenced or the user agrees.
+  bool ColumnDropAgreed(const QString& loadedColumn);
+
   // A column of the table was renamed or dropped in the column list: its pairs follow the
   // column (new name) or leave every constraint.
   void TableColumnRenamed(const QString& from, const QString& to);
