@@ -27,7 +27,7 @@ class TKelTreeDelegate : public QStyledItemDelegate {
     switch (c.Editor) {
       case TCellEditor::PickList: {
         auto* cb = new QComboBox(parent);
-        cb->addItems(c.Items);
+        cb->addItems(FList->CellItems(index.row(), index.column()));
         cb->setMaxVisibleItems(15);
         return cb;
       }

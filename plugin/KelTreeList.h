@@ -5,6 +5,7 @@
 
 #include <QStringList>
 #include <QTreeWidget>
+#include <functional>
 
 namespace kel {
 
@@ -36,6 +37,13 @@ class TKelTreeList : public QTreeWidget {
   void SetColumnEditable(int col, bool editable) { FColumns[col].Editable = editable; }
   void SetColumnVisible(int col, bool visible);
   void SetColumnItems(int col, const QStringList& items) { FColumns[col].Items = items; }
+  // The pick-list items of one cell: the column's items, unless a provider gives each cell its
+  // own (choices that depend on the row's data). The provider is asked when an editor opens.
+  using TCellItemsProvider = std::function<QStringList(int row, int col)>;
+  void SetCellItemsProvider(TCellItemsProvider provider) { FCellItems = std::move(provider); }
+  QStringList CellItems(int row, int col) const {
+    return FCellItems ? FCellItems(row, col) : FColumns[col].Items;
+  }
 
   Q_INVOKABLE int RowCount() const { return topLevelItemCount(); }
   int AddRow();  // appends a row of empty cells, returns its index
@@ -79,6 +87,7 @@ class TKelTreeList : public QTreeWidget {
   bool NextEditableCell(int& row, int& col) const;
 
   QList<TKelTreeColumn> FColumns;
+  TCellItemsProvider FCellItems;
 };
 
 }  // namespace kel

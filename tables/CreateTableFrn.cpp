@@ -351,6 +351,13 @@ void TCreateTableFrm::DropFieldBtnClick() {
   if (list->RowCount() < 2 || r < 0) return;
   const QString name = Trim(list->Cell(r, ccName));
   const bool inPrimaryKey = list->Cell(r, ccPk) == kTrue;
+  // A loaded column of a referenced key takes the key and the foreign keys of other tables
+  // with it (CASCADE CONSTRAINTS): only when the user agrees.
+  if (const QString id = list->Cell(r, ccID); FIsAlter && !id.isEmpty())
+    for (int b = 0; b < FBakColumnTL->RowCount(); ++b)
+      if (FBakColumnTL->Cell(b, ccID) == id &&
+          !FConstraints->ColumnDropAgreed(Trim(FBakColumnTL->Cell(b, ccName))))
+        return;
   list->SetFocusedRow(r > 0 ? r - 1 : 1);
   list->DeleteRow(r);
   if (inPrimaryKey && !name.isEmpty()) FConstraints->PrimaryKeyColumnChanged(name, false);
@@ -539,6 +546,7 @@ bool TCreateTableFrm::Validate() {
       break;
   }
   if (ConstraintsShown() && !FConstraints->ValidateNames(*this)) return false;
+  if (!KeyChangesPass()) return false;
   return FStorage->ExitChecksPass();
 }
 
@@ -570,10 +578,21 @@ bool TCreateTableFrm::ValidateColumnNames() {
   return true;
 }
 
+// A key change that would lose other tables' foreign keys is refused before anything is built,
+// for the preview as for OK: the constraint page shows its message and focuses the constraint.
+bool TCreateTableFrm::KeyChangesPass() {
+  if (!FIsAlter || !ConstraintsShown()) return true;
+  if (FConstraints->ValidateKeyChanges(Schema(), DroppedColumns())) return true;
+  ui->MainPage->setCurrentWidget(ui->ConstSheet);
+  FConstraints->ConstTreeList()->setFocus();
+  return false;
+}
+
 void TCreateTableFrm::ViewSqlBtnClick() {
   Guarded([this] {
     // What an exit of the storage page refuses is never built, not even for the preview.
     if (!FStorage->ExitChecksPass()) return;
+    if (!KeyChangesPass()) return;
     BuildSql();
     if (Application()) Application()->OpenViewSQLFrm(this, SqlMemo().Text());
   });

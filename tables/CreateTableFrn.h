@@ -95,6 +95,7 @@ class TCreateTableFrm : public TKelDllChildFrm {
   void ApplyEditability(int row);
   void ColumnRenamed(int row);
   bool ValidateColumnNames();
+  bool KeyChangesPass();
   QStringList DroppedColumns() const;
   QString QueryText() const;
   void PublishColumnNames();

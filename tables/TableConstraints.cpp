@@ -25,49 +25,118 @@ const QString kCheck = QStringLiteral("CHECK");
 const QString kTrue = QStringLiteral("True");
 const QString kFalse = QStringLiteral("False");
 
-// One column pair of a constraint (the in-memory tables ConsDefTbl and BakConsDefTbl).
-struct TConsDef {
+// A check box of the constraint list: ticked or not. A new row's boxes stay blank (the cell
+// shows nothing rather than "False") until the user sets them.
+struct TBox {
+  bool On = false;
+  bool Blank = true;
+
+  QString Text() const { return Blank ? QString() : On ? kTrue : kFalse; }
+  static TBox Of(bool on) { return {on, false}; }
+  static TBox FromText(const QString& text) {
+    return text.isEmpty() ? TBox() : TBox::Of(text == kTrue);
+  }
+};
+
+// One column pair of a constraint: the table's column and, for a foreign key, the referenced
+// one; `Seq` numbers the pairs of a constraint and is never reused.
+struct TConsPair {
   QString TblCol;
   QString RefCol;
-  int Idx = 0;
   int Seq = 0;
 };
 
-// A constraint with its column pairs, whether from the list or from the loaded copy.
+// One constraint of the page: the row of the constraint list is its view. Texts are kept as
+// typed; the statements trim them.
 struct TConstraint {
-  QStringList Cells;
-  QStringList Columns;
-  QStringList RefColumns;
+  int Idx = 0;  // the constraint's number, unique within the dialog
+  QString TypeText, NameText, RefSchema, RefTable, Check;
+  TBox Disable, DeleteCascade, Deferrable, Deferred, Novalidate, Rely;
   // A loaded foreign key whose rule is ON DELETE SET NULL (the grid shows cascade only): kept
   // when the key is written anew.
   bool DeleteSetNull = false;
+  QList<TConsPair> Pairs;
 
-  QString Cell(int c) const { return Cells.value(c); }
-  QString Type() const { return Trim(Cell(P::ccType)); }
-  QString Name() const { return Trim(Cell(P::ccName)); }
-  bool Flag(int c) const { return Cell(c) == kTrue; }
+  QString Type() const { return Trim(TypeText); }
+  QString Name() const { return Trim(NameText); }
   bool TakesColumns() const {
     return Type() == kPrimary || Type() == kUnique || Type() == kForeign;
   }
+  // The table's (or the referenced) columns in pair order; pairs with nothing chosen are left
+  // out.
+  QStringList Columns(bool referenced = false) const {
+    QStringList out;
+    for (const TConsPair& pair : Pairs)
+      if (const QString col = Trim(referenced ? pair.RefCol : pair.TblCol); !col.isEmpty())
+        out << col;
+    return out;
+  }
+  QStringList RefColumns() const { return Columns(true); }
   // A primary key left without columns (its last Primary Key cell cleared, its columns
   // dropped) is no key: it is never written as "PRIMARY KEY()".
-  bool IsEmptyKey() const { return Type() == kPrimary && Columns.isEmpty(); }
-};
-
-// The pairs of every constraint number, in table order: one pass over the table.
-QHash<int, QList<const TConsDef*>> GroupByIdx(const QList<TConsDef>& table) {
-  QHash<int, QList<const TConsDef*>> groups;
-  for (const TConsDef& def : table) groups[def.Idx].append(&def);
-  return groups;
-}
-
-// The column list of one constraint: pairs with nothing chosen are left out.
-void FillColumns(TConstraint& c, const QList<const TConsDef*>& defs) {
-  for (const TConsDef* def : defs) {
-    if (!Trim(def->TblCol).isEmpty()) c.Columns << Trim(def->TblCol);
-    if (!Trim(def->RefCol).isEmpty()) c.RefColumns << Trim(def->RefCol);
+  bool IsEmptyKey() const { return Type() == kPrimary && Columns().isEmpty(); }
+  int NextSeq() const {
+    int seq = 0;
+    for (const TConsPair& pair : Pairs) seq = qMax(seq, pair.Seq);
+    return seq + 1;
   }
-}
+
+  // The list's cells, in cell-index order.
+  QStringList Cells() const {
+    return {TypeText,
+            NameText,
+            RefSchema,
+            RefTable,
+            Check,
+            Disable.Text(),
+            DeleteCascade.Text(),
+            Deferrable.Text(),
+            Deferred.Text(),
+            Novalidate.Text(),
+            Rely.Text(),
+            QString::number(Idx)};
+  }
+  // A committed edit of cell `cell` (the type goes through the page's type rules instead).
+  void SetCell(int cell, const QString& text) {
+    switch (cell) {
+      case P::ccType:
+        TypeText = text;
+        break;
+      case P::ccName:
+        NameText = text;
+        break;
+      case P::ccRefSchema:
+        RefSchema = text;
+        break;
+      case P::ccRefTable:
+        RefTable = text;
+        break;
+      case P::ccCheck:
+        Check = text;
+        break;
+      case P::ccDisable:
+        Disable = TBox::FromText(text);
+        break;
+      case P::ccDeleteCascade:
+        DeleteCascade = TBox::FromText(text);
+        break;
+      case P::ccDeferrable:
+        Deferrable = TBox::FromText(text);
+        break;
+      case P::ccDeferred:
+        Deferred = TBox::FromText(text);
+        break;
+      case P::ccNovalidate:
+        Novalidate = TBox::FromText(text);
+        break;
+      case P::ccRely:
+        Rely = TBox::FromText(text);
+        break;
+      default:
+        break;
+    }
+  }
+};
 
 // The automatic name of a constraint type: "UNI_", "PK_", "FK_" or "CHK_" + table.
 QString AutoName(const QString& type, const QString& table) {
@@ -81,27 +150,27 @@ QString AutoName(const QString& type, const QString& table) {
 // The key part of a constraint: what it checks or which columns it covers.
 QString KeyClause(const TConstraint& c) {
   const QString type = c.Type();
-  if (type == kCheck) return QStringLiteral("CHECK(") + c.Cell(P::ccCheck) + u')';
-  const QString columns = c.Columns.join(u',');
+  if (type == kCheck) return QStringLiteral("CHECK(") + c.Check + u')';
+  const QString columns = c.Columns().join(u',');
   if (type == kUnique) return QStringLiteral("UNIQUE(") + columns + u')';
   if (type == kPrimary) return QStringLiteral("PRIMARY KEY(") + columns + u')';
   return QStringLiteral("FOREIGN KEY(") + columns + u')';
 }
 
 QString ReferencedTable(const TConstraint& c) {
-  return Trim(c.Cell(P::ccRefSchema)) + u'.' + Trim(c.Cell(P::ccRefTable));
+  return Trim(c.RefSchema) + u'.' + Trim(c.RefTable);
 }
 
 // Deferral, reliance and state, the same in CREATE TABLE and in ADD.
 QString StateClause(const TConstraint& c) {
   QString text;
-  if (c.Flag(P::ccDeferrable)) text += QStringLiteral(" DEFERRABLE");
-  if (c.Flag(P::ccDeferred)) text += QStringLiteral(" INITIALLY DEFERRED");
-  if (c.Flag(P::ccRely)) text += QStringLiteral(" RELY");
-  if (c.Flag(P::ccDisable)) {
+  if (c.Deferrable.On) text += QStringLiteral(" DEFERRABLE");
+  if (c.Deferred.On) text += QStringLiteral(" INITIALLY DEFERRED");
+  if (c.Rely.On) text += QStringLiteral(" RELY");
+  if (c.Disable.On) {
     text += QStringLiteral(" DISABLE");
-    if (!c.Flag(P::ccNovalidate)) text += QStringLiteral(" VALIDATE");
-  } else if (c.Flag(P::ccNovalidate)) {
+    if (!c.Novalidate.On) text += QStringLiteral(" VALIDATE");
+  } else if (c.Novalidate.On) {
     text += QStringLiteral(" NOVALIDATE");
   }
   return text;
@@ -113,9 +182,9 @@ QString CreateClause(const TConstraint& c) {
   if (!c.Name().isEmpty()) text += QStringLiteral("CONSTRAINT ") + c.Name() + u' ';
   text += KeyClause(c);
   if (c.Type() == kForeign) {
-    text +=
-        QStringLiteral(" REFERENCES ") + ReferencedTable(c) + u'(' + c.RefColumns.join(u',') + u')';
-    if (c.Flag(P::ccDeleteCascade))
+    text += QStringLiteral(" REFERENCES ") + ReferencedTable(c) + u'(' + c.RefColumns().join(u',') +
+            u')';
+    if (c.DeleteCascade.On)
       text += QStringLiteral(" ON DELETE CASCADE");
     else if (c.DeleteSetNull)
       text += QStringLiteral(" ON DELETE SET NULL");
@@ -127,11 +196,11 @@ QString CreateClause(const TConstraint& c) {
 // deferrability can only change by dropping the constraint and adding it anew.
 bool DefinitionChanged(const TConstraint& before, const TConstraint& now) {
   if (before.Type() != now.Type()) return true;
-  if (before.Flag(P::ccDeferrable) != now.Flag(P::ccDeferrable)) return true;
-  if (now.Type() == kCheck) return Trim(before.Cell(P::ccCheck)) != Trim(now.Cell(P::ccCheck));
-  if (before.Columns != now.Columns) return true;
+  if (before.Deferrable.On != now.Deferrable.On) return true;
+  if (now.Type() == kCheck) return Trim(before.Check) != Trim(now.Check);
+  if (before.Columns() != now.Columns()) return true;
   if (now.Type() != kForeign) return false;
-  return ReferencedTable(before) != ReferencedTable(now) || before.RefColumns != now.RefColumns;
+  return ReferencedTable(before) != ReferencedTable(now) || before.RefColumns() != now.RefColumns();
 }
 
 // The check condition of a NOT NULL column constraint: the column's name (bare or in double
@@ -158,6 +227,71 @@ bool OwnedBy(const TKelQuery& query, const QString& owner) {
          Trim(query.FieldByName(QStringLiteral("OWNER"))) == owner;
 }
 
+// A foreign key of another table that references a key of this one, as loaded.
+struct TReferencingKey {
+  QString Owner, Table, Name, DeleteRule;
+  QStringList Columns;
+  bool Deferrable = false, Deferred = false, Disabled = false, Novalidate = false;
+  QString Qualified() const { return Owner + u'.' + Table + u'.' + Name; }
+};
+
+// The foreign keys that reference constraint `name` of `owner` (none for check constraints).
+QList<TReferencingKey> ReferencingKeys(TEsDBInfo* db, const QString& owner, const QString& name) {
+  QList<TReferencingKey> keys;
+  if (!db || name.isEmpty()) return keys;
+  TKelQuery q(db);
+  q.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_05"));
+  q.ParamByName(QStringLiteral("P_OWNER")) = owner;
+  q.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
+  q.Open();
+  for (; !q.Eof(); q.Next()) {
+    TReferencingKey k;
+    k.Owner = Trim(Field(q, "OWNER"));
+    k.Table = Trim(Field(q, "TABLE_NAME"));
+    k.Name = Trim(Field(q, "CONSTRAINT_NAME"));
+    k.DeleteRule = Trim(Field(q, "DELETE_RULE"));
+    k.Deferrable = Trim(Field(q, "DEFERRABLE")) == u"DEFERRABLE";
+    k.Deferred = Trim(Field(q, "DEFERRED")) == u"DEFERRED";
+    k.Disabled = Trim(Field(q, "STATUS")) == u"DISABLED";
+    k.Novalidate = Trim(Field(q, "VALIDATED")) == u"NOT VALIDATED";
+    keys << k;
+  }
+  TKelQuery columns(db);
+  columns.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_03"));
+  for (TReferencingKey& k : keys) {
+    columns.ParamByName(QStringLiteral("P_CONSTRAINT")) = k.Name;
+    columns.Open();
+    for (; !columns.Eof(); columns.Next())
+      if (OwnedBy(columns, k.Owner)) k.Columns << Trim(Field(columns, "COLUMN_NAME"));
+  }
+  return keys;
+}
+
+// A loaded constraint and its row in the list now (none when the user dropped it).
+struct TLoadedConstraint {
+  TConstraint Before;
+  TConstraint Now;
+  int Idx = 0;
+  int Row = -1;
+  bool GoneWithColumn = false;  // a column of it is dropped: the column drop removes it
+};
+
+// The names of foreign keys as the questions list them: owner.table.name.
+QString QualifiedNames(const QList<TReferencingKey>& keys) {
+  QStringList names;
+  for (const TReferencingKey& k : keys) names << k.Qualified();
+  return names.join(QStringLiteral(", "));
+}
+
+// Whether the referencing foreign keys can be created again on the new definition of their
+// key: it must still be a primary or unique key with as many columns as they have.
+bool ReAddable(const TConstraint& now, const QList<TReferencingKey>& keys) {
+  if (now.Type() != kPrimary && now.Type() != kUnique) return false;
+  return std::all_of(keys.begin(), keys.end(), [&](const TReferencingKey& k) {
+    return k.Columns.size() == now.Columns().size();
+  });
+}
+
 QToolButton* ToolButton(QToolBar* bar, const char* name, const char* caption) {
   auto* button = new QToolButton(bar);
   button->setObjectName(QString::fromLatin1(name));
@@ -182,54 +316,84 @@ struct TTableConstraintPage::TPrivate {
   QString TableName;
   int Counter = 0;  // numbers constraints; never reused
 
-  QList<TConsDef> ConsDefTbl;
-  QList<TConsDef> BakConsDefTbl;
-  TKelTreeList* BakConstTreeList = nullptr;  // the constraints as loaded; never shown
-  QHash<int, QString> TypeOf;                // the last accepted type of every constraint number
-  QSet<int> DeleteSetNull;                   // loaded foreign keys with ON DELETE SET NULL
+  // The constraints, one per row of ConstTreeList in the same order: the list shows them, edits
+  // of its cells are written back here and the rules run on this data.
+  QList<TConstraint> Rows;
+  // The constraints as loaded (alter mode), the "before" image; BakConstTreeList shows them.
+  QList<TConstraint> Loaded;
+  TKelTreeList* BakConstTreeList = nullptr;  // never shown
 
   // Catalog lists, read once per dialog.
   QHash<QString, QStringList> TablesOfSchema;
   QHash<QString, QStringList> ColumnsOfTable;
+  QHash<QString, QList<TReferencingKey>> ReferencingOf;  // owner.constraint -> foreign keys
+
+  QString Owner;  // the loaded table's schema (alter mode)
+  // The user's answers to the questions of the last build, by decision (constraint number and
+  // what is done to it): the next build reuses them while the same change stands, so View SQL
+  // then OK ask once.
+  QHash<QString, bool> Answers;
 
   TEsDBInfo* Connection() const {
     return DB ? DB : Application() ? Application()->CurrentDBInfo() : nullptr;
   }
-  int Idx(int row) const { return ConstTreeList->Cell(row, ccIdx).toInt(); }
-  QString Type(int row) const { return Trim(ConstTreeList->Cell(row, ccType)); }
+  bool Valid(int row) const { return row >= 0 && row < Rows.size(); }
+  int Idx(int row) const { return Rows[row].Idx; }
+  QString Type(int row) const { return Valid(row) ? Rows[row].Type() : QString(); }
   int PrimaryRow(int except = -1) const {
-    for (int r = 0; r < ConstTreeList->RowCount(); ++r)
+    for (int r = 0; r < Rows.size(); ++r)
       if (r != except && Type(r) == kPrimary) return r;
     return -1;
   }
-  int NextSeq(int idx) const {
-    int seq = 0;
-    for (const TConsDef& def : ConsDefTbl)
-      if (def.Idx == idx) seq = qMax(seq, def.Seq);
-    return seq + 1;
+  TConstraint* ByIdx(int idx) {
+    for (TConstraint& c : Rows)
+      if (c.Idx == idx) return &c;
+    return nullptr;
   }
-  QStringList Columns(int idx, bool referenced) const {
-    QStringList out;
-    for (const TConsDef& def : ConsDefTbl)
-      if (def.Idx == idx) {
-        const QString col = Trim(referenced ? def.RefCol : def.TblCol);
-        if (!col.isEmpty()) out << col;
-      }
-    return out;
+  const TConstraint* LoadedByIdx(int idx) const {
+    for (const TConstraint& c : Loaded)
+      if (c.Idx == idx) return &c;
+    return nullptr;
+  }
+  // Shows the constraint of `row` in its list row (only the cells that differ are set).
+  void ShowRow(int row) {
+    const QStringList cells = Rows[row].Cells();
+    for (int c = 0; c < cells.size(); ++c)
+      if (ConstTreeList->Cell(row, c) != cells[c]) ConstTreeList->SetCell(row, c, cells[c]);
   }
   int AddConstraintRow(const QString& type, const QString& name) {
+    TConstraint c;
+    c.Idx = ++Counter;
+    c.TypeText = type;
+    c.NameText = name;
+    return AppendRow(c);
+  }
+  // The list row first, then the data: a focus change signalled while the list changes finds
+  // the rows it knows (a row not yet in the data shows nothing).
+  int AppendRow(const TConstraint& c) {
     const int row = ConstTreeList->AddRow();
-    ConstTreeList->SetCell(row, ccType, type);
-    ConstTreeList->SetCell(row, ccName, name);
-    ConstTreeList->SetCell(row, ccIdx, QString::number(++Counter));
-    TypeOf.insert(Counter, type);
+    Rows << c;
+    ShowRow(row);
     return row;
+  }
+  void DeleteConstraintRow(int row) {
+    ConstTreeList->DeleteRow(row);
+    Rows.removeAt(row);
   }
 
   QStringList Tables(const QString& schema);
   QStringList TableColumns(const QString& schema, const QString& table);
-  TConstraint Current(int row, const QHash<int, QList<const TConsDef*>>& groups) const;
-  void FillReferenceLists(int row);
+  const QList<TReferencingKey>& Referencing(const QString& owner, const QString& name);
+  bool Agreed(const QString& decision, const QString& messageKey, const QStringList& args,
+              QHash<QString, bool>& answers) const;
+  bool DropAgreed(int idx);
+  static bool Ask(const QString& messageKey, const QStringList& args) {
+    return Application() &&
+           Application()->esMsgDBox(messageKey, args, TMsgDlgType::Confirmation, false) == mrYes;
+  }
+  QList<TLoadedConstraint> LoadedConstraints(const QStringList& droppedColumns) const;
+  QStringList TypeItems(int row) const;
+  void ReadReferenceLists(int row);
   void RefreshConditions();
   void UpdateConditionButtons();
   void ApplyTypeChange(int row);
@@ -243,6 +407,60 @@ QStringList TTableConstraintPage::TPrivate::Tables(const QString& schema) {
   if (Application()) Application()->esOraTableList(Connection(), schema, list);
   TablesOfSchema.insert(schema, list);
   return list;
+}
+
+const QList<TReferencingKey>& TTableConstraintPage::TPrivate::Referencing(const QString& owner,
+                                                                          const QString& name) {
+  const QString key = owner + u'.' + name;
+  auto it = ReferencingOf.find(key);
+  if (it == ReferencingOf.end())
+    it = ReferencingOf.insert(key, ReferencingKeys(Connection(), owner, name));
+  return *it;
+}
+
+// The answer to a Yes/No question about dropping other tables' foreign keys: the one given for
+// the same decision in the last build, else the user's. Every answer used goes into `answers`.
+bool TTableConstraintPage::TPrivate::Agreed(const QString& decision, const QString& messageKey,
+                                            const QStringList& args,
+                                            QHash<QString, bool>& answers) const {
+  auto it = Answers.constFind(decision);
+  const bool yes = it != Answers.constEnd() ? *it : Ask(messageKey, args);
+  answers.insert(decision, yes);
+  return yes;
+}
+
+// Dropping a loaded key also drops the foreign keys of other tables that reference it (the drop
+// has CASCADE): the user is asked first, naming them. Anything else is dropped at once.
+bool TTableConstraintPage::TPrivate::DropAgreed(int idx) {
+  const TConstraint* loaded = LoadedByIdx(idx);
+  if (!loaded || (loaded->Type() != kPrimary && loaded->Type() != kUnique)) return true;
+  const QList<TReferencingKey>& referencing = Referencing(Owner, loaded->Name());
+  return referencing.isEmpty() || Ask(QStringLiteral("CreateTableFrm.DropReferencedKey"),
+                                      {loaded->Name(), QualifiedNames(referencing)});
+}
+
+// Every loaded constraint with what became of it.
+QList<TLoadedConstraint> TTableConstraintPage::TPrivate::LoadedConstraints(
+    const QStringList& droppedColumns) const {
+  QHash<int, int> rowOfIdx;
+  for (int row = 0; row < Rows.size(); ++row) rowOfIdx.insert(Rows[row].Idx, row);
+  QList<TLoadedConstraint> out;
+  for (const TConstraint& before : Loaded) {
+    TLoadedConstraint l;
+    l.Before = before;
+    l.Idx = before.Idx;
+    const QStringList columns = before.Columns();
+    l.GoneWithColumn = std::any_of(columns.begin(), columns.end(), [&](const QString& column) {
+      return droppedColumns.contains(column);
+    });
+    const auto found = rowOfIdx.constFind(l.Idx);
+    if (found != rowOfIdx.constEnd()) {
+      l.Row = *found;
+      l.Now = Rows[*found];
+    }
+    out << l;
+  }
+  return out;
 }
 
 QStringList TTableConstraintPage::TPrivate::TableColumns(const QString& schema,
@@ -262,22 +480,20 @@ QStringList TTableConstraintPage::TPrivate::TableColumns(const QString& schema,
   return list;
 }
 
-TConstraint TTableConstraintPage::TPrivate::Current(
-    int row, const QHash<int, QList<const TConsDef*>>& groups) const {
-  TConstraint c;
-  c.Cells = ConstTreeList->RowCells(row);
-  FillColumns(c, groups.value(Idx(row)));
-  c.DeleteSetNull = DeleteSetNull.contains(Idx(row));
-  return c;
+// The Type items of one row: "PRIMARY" only while no other row has it.
+QStringList TTableConstraintPage::TPrivate::TypeItems(int row) const {
+  QStringList items{kUnique, kForeign, kCheck};
+  if (PrimaryRow(row) < 0) items.prepend(kPrimary);
+  return items;
 }
 
-// The Referenced Table items follow the focused row's schema, the Referenced Column items its
-// table (one list per column of the grid).
-void TTableConstraintPage::TPrivate::FillReferenceLists(int row) {
-  const QString schema = row < 0 ? QString() : Trim(ConstTreeList->Cell(row, ccRefSchema));
-  const QString table = row < 0 ? QString() : Trim(ConstTreeList->Cell(row, ccRefTable));
-  ConstTreeList->SetColumnItems(ccRefTable, Tables(schema));
-  ConstConditionTreeList->SetColumnItems(dcRefCol, TableColumns(schema, table));
+// The tables of the row's referenced schema and the columns of its referenced table, read
+// when the row is focused or its reference changes, so the pick lists open without a wait.
+void TTableConstraintPage::TPrivate::ReadReferenceLists(int row) {
+  if (!Valid(row)) return;
+  const QString schema = Trim(Rows[row].RefSchema);
+  Tables(schema);
+  TableColumns(schema, Trim(Rows[row].RefTable));
 }
 
 void TTableConstraintPage::TPrivate::RefreshConditions() {
@@ -285,24 +501,21 @@ void TTableConstraintPage::TPrivate::RefreshConditions() {
   const QSignalBlocker block(list);
   list->ClearRows();
   const int row = ConstTreeList->FocusedRow();
-  if (row >= 0 && Type(row) != kCheck) {
-    const int idx = Idx(row);
-    for (const TConsDef& def : ConsDefTbl) {
-      if (def.Idx != idx) continue;
+  if (Valid(row) && Type(row) != kCheck) {
+    for (const TConsPair& pair : Rows[row].Pairs) {
       const int r = list->AddRow();
-      list->SetCell(r, dcTblCol, def.TblCol);
-      list->SetCell(r, dcRefCol, def.RefCol);
-      list->SetCell(r, dcIdx, QString::number(def.Idx));
-      list->SetCell(r, dcSeq, QString::number(def.Seq));
+      list->SetCell(r, dcTblCol, pair.TblCol);
+      list->SetCell(r, dcRefCol, pair.RefCol);
+      list->SetCell(r, dcIdx, QString::number(Rows[row].Idx));
+      list->SetCell(r, dcSeq, QString::number(pair.Seq));
     }
   }
-  ConsNameLbl->setText(row >= 0 ? ConstTreeList->Cell(row, ccName) : QString());
+  ConsNameLbl->setText(Valid(row) ? Rows[row].NameText : QString());
 }
 
 void TTableConstraintPage::TPrivate::UpdateConditionButtons() {
   const int row = ConstTreeList->FocusedRow();
-  const QString type = row >= 0 ? Type(row) : QString();
-  const bool takesColumns = type == kPrimary || type == kUnique || type == kForeign;
+  const bool takesColumns = Valid(row) && Rows[row].TakesColumns();
   AddCostraintConditionBtn->setEnabled(takesColumns);
   DropCostraintConditionBtn->setEnabled(takesColumns);
 }
@@ -406,6 +619,19 @@ TTableConstraintPage::TTableConstraintPage(QWidget* sheet) : QWidget(sheet), d(n
           &P::ConstTreeListFocusedNodeChanged);
   connect(d->ConstConditionTreeList, &TKelTreeList::EditValueChanged, this,
           &P::ConstConditionTreeListEditValueChanged);
+  // Pick lists that depend on the row's data: the Type items of each row, the tables of the
+  // row's referenced schema, the columns of the focused constraint's referenced table.
+  d->ConstTreeList->SetCellItemsProvider([this](int row, int col) {
+    if (!d->Valid(row)) return d->ConstTreeList->Column(col).Items;
+    if (col == ccType) return ConstTreeListColumn1PropertiesPopup(row);
+    if (col == ccRefTable) return d->Tables(Trim(d->Rows[row].RefSchema));
+    return d->ConstTreeList->Column(col).Items;
+  });
+  d->ConstConditionTreeList->SetCellItemsProvider([this](int, int col) {
+    const int row = d->ConstTreeList->FocusedRow();
+    if (col != dcRefCol || !d->Valid(row)) return d->ConstConditionTreeList->Column(col).Items;
+    return d->TableColumns(Trim(d->Rows[row].RefSchema), Trim(d->Rows[row].RefTable));
+  });
 }
 
 TTableConstraintPage::~TTableConstraintPage() = default;
@@ -434,8 +660,7 @@ void TTableConstraintPage::SetSchemaList(const QStringList& schemas) {
 }
 
 QString TTableConstraintPage::ColumnList(int row, bool referenced) const {
-  if (row < 0 || row >= d->ConstTreeList->RowCount()) return QString();
-  return d->Columns(d->Idx(row), referenced).join(u',');
+  return d->Valid(row) ? d->Rows[row].Columns(referenced).join(u',') : QString();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -448,22 +673,20 @@ void TTableConstraintPage::AddCostraintBtnClick() {
 
 void TTableConstraintPage::DropCostraintBtnClick() {
   const int row = d->ConstTreeList->FocusedRow();
-  if (row < 0) return;
-  const int idx = d->Idx(row);
+  if (!d->Valid(row)) return;
+  if (!d->DropAgreed(d->Idx(row))) return;
   const bool primary = d->Type(row) == kPrimary;
-  const QStringList columns = d->Columns(idx, false);
-  d->ConsDefTbl.removeIf([idx](const TConsDef& def) { return def.Idx == idx; });
+  const QStringList columns = d->Rows[row].Columns();
   if (primary) emit PrimaryKeyDropped(columns);
-  d->TypeOf.remove(idx);
-  d->ConstTreeList->DeleteRow(row);
+  d->DeleteConstraintRow(row);
   ConstTreeListFocusedNodeChanged(d->ConstTreeList->FocusedRow());
 }
 
 void TTableConstraintPage::AddCostraintConditionBtnClick() {
   const int row = d->ConstTreeList->FocusedRow();
-  if (row < 0 || d->Type(row) == kCheck || d->Type(row).isEmpty()) return;
-  const int idx = d->Idx(row);
-  d->ConsDefTbl.append({QString(), QString(), idx, d->NextSeq(idx)});
+  if (!d->Valid(row) || d->Type(row) == kCheck || d->Type(row).isEmpty()) return;
+  TConstraint& c = d->Rows[row];
+  c.Pairs.append({QString(), QString(), c.NextSeq()});
   d->RefreshConditions();
   d->ConstConditionTreeList->SetFocusedRow(d->ConstConditionTreeList->RowCount() - 1);
   emit d->ConstConditionTreeList->RowsChanged();  // a user's edit, for the change tracker
@@ -473,14 +696,13 @@ void TTableConstraintPage::DropCostraintConditionBtnClick() {
   TKelTreeList* list = d->ConstConditionTreeList;
   const int pair = list->FocusedRow();
   if (pair < 0) return;
-  const int idx = list->Cell(pair, dcIdx).toInt();
+  TConstraint* c = d->ByIdx(list->Cell(pair, dcIdx).toInt());
+  if (!c) return;
   const int seq = list->Cell(pair, dcSeq).toInt();
   const QString column = Trim(list->Cell(pair, dcTblCol));
-  d->ConsDefTbl.removeIf([=](const TConsDef& def) { return def.Idx == idx && def.Seq == seq; });
-  const int row = d->ConstTreeList->FocusedRow();
+  c->Pairs.removeIf([seq](const TConsPair& p) { return p.Seq == seq; });
   // A column taken out of the primary key is no longer ticked in the column list.
-  if (row >= 0 && d->Type(row) == kPrimary && !column.isEmpty() &&
-      !d->Columns(idx, false).contains(column))
+  if (c->Type() == kPrimary && !column.isEmpty() && !c->Columns().contains(column))
     emit PrimaryKeyDropped({column});
   d->RefreshConditions();
   list->SetFocusedRow(qMin(pair, list->RowCount() - 1));
@@ -490,82 +712,81 @@ void TTableConstraintPage::DropCostraintConditionBtnClick() {
 void TTableConstraintPage::ConstConditionTreeListEditValueChanged(int row, int column) {
   TKelTreeList* list = d->ConstConditionTreeList;
   if (column != dcTblCol && column != dcRefCol) return;
-  const int idx = list->Cell(row, dcIdx).toInt();
+  TConstraint* c = d->ByIdx(list->Cell(row, dcIdx).toInt());
+  if (!c) return;
   const int seq = list->Cell(row, dcSeq).toInt();
-  for (TConsDef& def : d->ConsDefTbl)
-    if (def.Idx == idx && def.Seq == seq) {
-      def.TblCol = list->Cell(row, dcTblCol);
-      def.RefCol = list->Cell(row, dcRefCol);
+  for (TConsPair& pair : c->Pairs)
+    if (pair.Seq == seq) {
+      pair.TblCol = list->Cell(row, dcTblCol);
+      pair.RefCol = list->Cell(row, dcRefCol);
       break;
     }
 }
 
 void TTableConstraintPage::ConstTreeListFocusedNodeChanged(int row) {
   RunGuarded([&] {
-    ConstTreeListColumn1PropertiesPopup();
-    d->FillReferenceLists(row);
+    d->ReadReferenceLists(row);
     d->RefreshConditions();
     d->UpdateConditionButtons();
   });
 }
 
-void TTableConstraintPage::ConstTreeListColumn1PropertiesPopup() {
-  const int row = d->ConstTreeList->FocusedRow();
-  QStringList items{kUnique, kForeign, kCheck};
-  if (d->PrimaryRow(row) < 0) items.prepend(kPrimary);
-  d->ConstTreeList->SetColumnItems(ccType, items);
+QStringList TTableConstraintPage::ConstTreeListColumn1PropertiesPopup(int row) const {
+  return d->TypeItems(row);
 }
 
 // A new type: the cells it does not use are cleared and an automatic (or empty) name becomes
-// the automatic name of the new type. A second primary key is refused.
+// the automatic name of the new type. A second primary key is refused (the row keeps its type).
 void TTableConstraintPage::TPrivate::ApplyTypeChange(int row) {
-  const int idx = Idx(row);
-  const QString type = Type(row);
-  const QString before = TypeOf.value(idx);
+  TConstraint& c = Rows[row];
+  const QString typed = ConstTreeList->Cell(row, ccType);
+  const QString type = Trim(typed);
   if (type == kPrimary && PrimaryRow(row) >= 0) {
-    ConstTreeList->SetCell(row, ccType, before);
+    ShowRow(row);
     return;
   }
-  TypeOf.insert(idx, type);
+  c.TypeText = typed;
   if (type != kForeign) {
-    ConstTreeList->SetCell(row, ccRefSchema, QString());
-    ConstTreeList->SetCell(row, ccRefTable, QString());
-    ConstTreeList->SetCell(row, ccDeleteCascade, QString());
+    c.RefSchema.clear();
+    c.RefTable.clear();
+    c.DeleteCascade = TBox();
   }
-  if (type != kCheck) ConstTreeList->SetCell(row, ccCheck, QString());
+  if (type != kCheck) c.Check.clear();
 
-  const QString name = Trim(ConstTreeList->Cell(row, ccName));
+  const QString name = c.Name();
   const bool automatic = name.isEmpty() || name == AutoName(kUnique, TableName) ||
                          name == AutoName(kPrimary, TableName) ||
                          name == AutoName(kForeign, TableName) ||
                          name == AutoName(kCheck, TableName);
-  if (automatic && !type.isEmpty()) ConstTreeList->SetCell(row, ccName, AutoName(type, TableName));
+  if (automatic && !type.isEmpty()) c.NameText = AutoName(type, TableName);
+  ShowRow(row);
 }
 
 void TTableConstraintPage::ConstTreeListEditValueChanged(int row, int column) {
   RunGuarded([&] {
+    if (!d->Valid(row)) return;
+    TConstraint& c = d->Rows[row];
+    if (column == ccType) {
+      const bool wasPrimary = c.Type() == kPrimary;
+      d->ApplyTypeChange(row);
+      if (wasPrimary && c.Type() != kPrimary) emit PrimaryKeyDropped(c.Columns());
+      d->ReadReferenceLists(row);
+      d->RefreshConditions();
+      d->UpdateConditionButtons();
+      return;
+    }
+    c.SetCell(column, d->ConstTreeList->Cell(row, column));
     switch (column) {
-      case ccType: {
-        const int idx = d->Idx(row);
-        const bool wasPrimary = d->TypeOf.value(idx) == kPrimary;
-        d->ApplyTypeChange(row);
-        if (wasPrimary && d->Type(row) != kPrimary) emit PrimaryKeyDropped(d->Columns(idx, false));
-        ConstTreeListColumn1PropertiesPopup();
-        d->FillReferenceLists(row);
-        d->RefreshConditions();
-        d->UpdateConditionButtons();
-        break;
-      }
       case ccName:
-        if (row == d->ConstTreeList->FocusedRow())
-          d->ConsNameLbl->setText(d->ConstTreeList->Cell(row, ccName));
+        if (row == d->ConstTreeList->FocusedRow()) d->ConsNameLbl->setText(c.NameText);
         break;
       case ccRefSchema:
-        d->ConstTreeList->SetCell(row, ccRefTable, QString());
-        d->FillReferenceLists(row);
+        c.RefTable.clear();
+        d->ShowRow(row);
+        d->ReadReferenceLists(row);
         break;
       case ccRefTable:
-        d->FillReferenceLists(row);
+        d->ReadReferenceLists(row);
         break;
       default:
         break;
@@ -579,14 +800,12 @@ void TTableConstraintPage::ConstTreeListEditValueChanged(int row, int column) {
 void TTableConstraintPage::PrimaryKeyColumnChanged(const QString& column, bool checked) {
   int row = d->PrimaryRow();
   if (row < 0) row = d->AddConstraintRow(kPrimary, AutoName(kPrimary, d->TableName));
-  const int idx = d->Idx(row);
+  TConstraint& c = d->Rows[row];
   const QString name = Trim(column);
   if (checked) {
-    if (!d->Columns(idx, false).contains(name))
-      d->ConsDefTbl.append({name, QString(), idx, d->NextSeq(idx)});
+    if (!c.Columns().contains(name)) c.Pairs.append({name, QString(), c.NextSeq()});
   } else {
-    d->ConsDefTbl.removeIf(
-        [&](const TConsDef& def) { return def.Idx == idx && Trim(def.TblCol) == name; });
+    c.Pairs.removeIf([&](const TConsPair& pair) { return Trim(pair.TblCol) == name; });
   }
   if (d->ConstTreeList->FocusedRow() == row)
     ConstTreeListFocusedNodeChanged(row);  // same row: refresh the pairs shown
@@ -596,7 +815,7 @@ void TTableConstraintPage::PrimaryKeyColumnChanged(const QString& column, bool c
 
 QStringList TTableConstraintPage::PrimaryKeyColumns() const {
   const int row = d->PrimaryRow();
-  return row < 0 ? QStringList() : d->Columns(d->Idx(row), false);
+  return row < 0 ? QStringList() : d->Rows[row].Columns();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -605,12 +824,12 @@ QStringList TTableConstraintPage::PrimaryKeyColumns() const {
 void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
                                            const QString& table, const QStringList& columns) {
   d->DB = db;
+  d->Owner = owner;
+  d->Answers.clear();
+  d->Rows.clear();
+  d->Loaded.clear();
   d->ConstTreeList->ClearRows();
-  d->ConsDefTbl.clear();
-  d->BakConsDefTbl.clear();
   d->BakConstTreeList->ClearRows();
-  d->TypeOf.clear();
-  d->DeleteSetNull.clear();
 
   static const QHash<QString, QString> kTypes = {
       {QStringLiteral("Check"), kCheck},
@@ -618,7 +837,6 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
       {QStringLiteral("Primary Key"), kPrimary},
       {QStringLiteral("Referential Integrity"), kForeign}};
   const QSet<QString> columnSet(columns.begin(), columns.end());
-  const auto flag = [](bool on) { return on ? kTrue : kFalse; };
 
   TKelQuery list(db);
   list.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_01"));
@@ -644,10 +862,11 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
 
     // A name the database generated (SYS_C...) is listed as it is: it is the only handle the
     // ALTER statements have on the constraint.
-    const QString name = Trim(Field(list, "Constraint"));
-    const int row = d->AddConstraintRow(type, name);
-    TKelTreeList* tl = d->ConstTreeList;
-    if (type == kCheck) tl->SetCell(row, ccCheck, condition);
+    TConstraint c;
+    c.Idx = ++d->Counter;
+    c.TypeText = type;
+    c.NameText = Trim(Field(list, "Constraint"));
+    if (type == kCheck) c.Check = condition;
     if (type == kForeign) {
       const QString refOwner = Trim(Field(list, "Ref. Owner"));
       const QString refConst = Trim(Field(list, "Ref. Const"));
@@ -664,37 +883,35 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
           }
         tableOfConstraint.insert(key, found);
       }
-      tl->SetCell(row, ccRefSchema, refOwner);
-      tl->SetCell(row, ccRefTable, tableOfConstraint.value(key));
+      c.RefSchema = refOwner;
+      c.RefTable = tableOfConstraint.value(key);
     }
-    tl->SetCell(row, ccDisable, flag(Trim(Field(list, "Status")) != u"ENABLED"));
+    c.Disable = TBox::Of(Trim(Field(list, "Status")) != u"ENABLED");
     // DELETE_RULE is CASCADE, SET NULL or NO ACTION.
     const QString deleteRule = Trim(Field(list, "Delete Rule"));
-    tl->SetCell(row, ccDeleteCascade, flag(deleteRule == u"CASCADE"));
-    if (type == kForeign && deleteRule == u"SET NULL") d->DeleteSetNull.insert(d->Idx(row));
-    tl->SetCell(row, ccDeferrable, flag(Trim(Field(list, "Deferrable")) != u"NOT DEFERRABLE"));
-    tl->SetCell(row, ccDeferred, flag(Trim(Field(list, "Deferred")) != u"IMMEDIATE"));
-    tl->SetCell(row, ccNovalidate, flag(Trim(Field(list, "Validated")) != u"VALIDATED"));
-    tl->SetCell(row, ccRely, flag(!Trim(Field(list, "Rely")).isEmpty()));
+    c.DeleteCascade = TBox::Of(deleteRule == u"CASCADE");
+    c.DeleteSetNull = type == kForeign && deleteRule == u"SET NULL";
+    c.Deferrable = TBox::Of(Trim(Field(list, "Deferrable")) != u"NOT DEFERRABLE");
+    c.Deferred = TBox::Of(Trim(Field(list, "Deferred")) != u"IMMEDIATE");
+    c.Novalidate = TBox::Of(Trim(Field(list, "Validated")) != u"VALIDATED");
+    c.Rely = TBox::Of(!Trim(Field(list, "Rely")).isEmpty());
 
     if (type != kCheck) {
-      const int idx = d->Idx(row);
-      pairs.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
+      pairs.ParamByName(QStringLiteral("P_CONSTRAINT")) = c.NameText;
       pairs.Open();
-      int seq = 0;
       for (; !pairs.Eof(); pairs.Next()) {
         if (pairs.HasField(QStringLiteral("OWNER")) && !OwnedBy(pairs, owner)) continue;
-        TConsDef def{Trim(Field(pairs, "COLUMN_NAME")), QString(), idx, ++seq};
-        if (type == kForeign) def.RefCol = Trim(Field(pairs, "R_COLUMN_NAME"));
-        d->ConsDefTbl.append(def);
+        TConsPair pair{Trim(Field(pairs, "COLUMN_NAME")), QString(), c.NextSeq()};
+        if (type == kForeign) pair.RefCol = Trim(Field(pairs, "R_COLUMN_NAME"));
+        c.Pairs.append(pair);
       }
     }
+    d->AppendRow(c);
   }
+  d->Loaded = d->Rows;
   QList<QStringList> loaded;
-  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row)
-    loaded << d->ConstTreeList->RowCells(row);
+  for (const TConstraint& c : d->Loaded) loaded << c.Cells();
   d->BakConstTreeList->AddRows(loaded);
-  d->BakConsDefTbl = d->ConsDefTbl;
   if (d->ConstTreeList->RowCount() > 0) d->ConstTreeList->SetFocusedRow(0);
   ConstTreeListFocusedNodeChanged(d->ConstTreeList->FocusedRow());
 }
@@ -703,12 +920,9 @@ void TTableConstraintPage::LoadConstraints(TEsDBInfo* db, const QString& owner,
 // Statement text.
 
 QString TTableConstraintPage::CreateClauses() const {
-  const auto groups = GroupByIdx(d->ConsDefTbl);
   QString text;
-  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
-    const TConstraint c = d->Current(row, groups);
+  for (const TConstraint& c : d->Rows)
     if (!c.Type().isEmpty() && !c.IsEmptyKey()) text += CreateClause(c);
-  }
   return text;
 }
 
@@ -727,8 +941,8 @@ void AddConstraintStatement(TSqlMemo& memo, const QString& header, const TConstr
   body += KeyClause(c);
   if (c.Type() == kForeign) {
     body += QString(CR) + QStringLiteral("   REFERENCES ") + ReferencedTable(c) +
-            QStringLiteral("  (") + c.RefColumns.join(u',') + u')';
-    if (c.Flag(P::ccDeleteCascade))
+            QStringLiteral("  (") + c.RefColumns().join(u',') + u')';
+    if (c.DeleteCascade.On)
       body += QString(CR) + QStringLiteral("   ON DELETE CASCADE");
     else if (c.DeleteSetNull)
       body += QString(CR) + QStringLiteral("   ON DELETE SET NULL");
@@ -746,46 +960,6 @@ void DropConstraintStatement(TSqlMemo& memo, const QString& header, const TConst
     memo.Add(QStringLiteral("  DROP PRIMARY KEY") + tail);
   else
     memo.Add(QStringLiteral("  DROP CONSTRAINT ") + loaded.Name() + tail);
-}
-
-// A foreign key of another table that references a key of this one, as loaded.
-struct TReferencingKey {
-  QString Owner, Table, Name, DeleteRule;
-  QStringList Columns;
-  bool Deferrable = false, Deferred = false, Disabled = false, Novalidate = false;
-  QString Qualified() const { return Owner + u'.' + Table + u'.' + Name; }
-};
-
-// The foreign keys that reference constraint `name` of `owner` (none for check constraints).
-QList<TReferencingKey> ReferencingKeys(TEsDBInfo* db, const QString& owner, const QString& name) {
-  QList<TReferencingKey> keys;
-  if (!db || name.isEmpty()) return keys;
-  TKelQuery q(db);
-  q.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_05"));
-  q.ParamByName(QStringLiteral("P_OWNER")) = owner;
-  q.ParamByName(QStringLiteral("P_CONSTRAINT")) = name;
-  q.Open();
-  for (; !q.Eof(); q.Next()) {
-    TReferencingKey k;
-    k.Owner = Trim(Field(q, "OWNER"));
-    k.Table = Trim(Field(q, "TABLE_NAME"));
-    k.Name = Trim(Field(q, "CONSTRAINT_NAME"));
-    k.DeleteRule = Trim(Field(q, "DELETE_RULE"));
-    k.Deferrable = Trim(Field(q, "DEFERRABLE")) == u"DEFERRABLE";
-    k.Deferred = Trim(Field(q, "DEFERRED")) == u"DEFERRED";
-    k.Disabled = Trim(Field(q, "STATUS")) == u"DISABLED";
-    k.Novalidate = Trim(Field(q, "VALIDATED")) == u"NOT VALIDATED";
-    keys << k;
-  }
-  TKelQuery columns(db);
-  columns.LoadSQL(QStringLiteral("CreateTableFrn.Constraint_03"));
-  for (TReferencingKey& k : keys) {
-    columns.ParamByName(QStringLiteral("P_CONSTRAINT")) = k.Name;
-    columns.Open();
-    for (; !columns.Eof(); columns.Next())
-      if (OwnedBy(columns, k.Owner)) k.Columns << Trim(Field(columns, "COLUMN_NAME"));
-  }
-  return keys;
 }
 
 // Creates a referencing foreign key again, on the key as it now is.
@@ -827,52 +1001,49 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
   const QString header = QStringLiteral("ALTER TABLE ") + schema + u'.' + table;
   QList<TReferencingKey> reAdd;     // foreign keys to create again once their key is back
   QHash<int, QStringList> reAddOn;  // constraint number -> names of the keys waiting for it
-  const auto groups = GroupByIdx(d->ConsDefTbl);
-  const auto loadedGroups = GroupByIdx(d->BakConsDefTbl);
-  QHash<int, int> rowOfIdx;
-  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) rowOfIdx.insert(d->Idx(row), row);
+  QHash<QString, bool> answers;     // the answers this build used
+  const auto referencingOf = [&](const TConstraint& c) {
+    return c.Type() == kPrimary || c.Type() == kUnique ? d->Referencing(schema, c.Name())
+                                                       : QList<TReferencingKey>();
+  };
 
   QSet<int> loadedKept;  // loaded constraints that stay (possibly renamed or modified)
-  for (int loadedRow = 0; loadedRow < d->BakConstTreeList->RowCount(); ++loadedRow) {
-    const QStringList cells = d->BakConstTreeList->RowCells(loadedRow);
-    TConstraint before;
-    before.Cells = cells;
-    const int idx = cells.value(ccIdx).toInt();
-    FillColumns(before, loadedGroups.value(idx));
-    const auto found = rowOfIdx.constFind(idx);
+  for (const TLoadedConstraint& l : d->LoadedConstraints(droppedColumns)) {
+    const TConstraint& before = l.Before;
+    const TConstraint& now = l.Now;
+    const int idx = l.Idx;
     // A constraint on a dropped column goes with the column (DROP ... CASCADE CONSTRAINTS):
     // no statement of its own; what is left of it, if anything, is added below.
-    const bool goneWithColumn =
-        std::any_of(before.Columns.begin(), before.Columns.end(),
-                    [&](const QString& column) { return droppedColumns.contains(column); });
-    if (found == rowOfIdx.constEnd()) {
-      if (!goneWithColumn) DropConstraintStatement(memo, header, before);
+    if (l.Row < 0) {
+      if (!l.GoneWithColumn) DropConstraintStatement(memo, header, before);
       continue;
     }
-    const TConstraint now = d->Current(*found, groups);
-    if (goneWithColumn) continue;
-    // An emptied primary key is a drop the user asked for.
+    if (l.GoneWithColumn) continue;
+    // An emptied primary key is a drop the user asked for; the foreign keys of other tables
+    // that reference it go with it only when the user agrees, else the key stays.
     if (now.IsEmptyKey()) {
-      DropConstraintStatement(memo, header, before);
+      const QList<TReferencingKey> referencing = referencingOf(before);
+      if (referencing.isEmpty() || d->Agreed(QString::number(idx) + QStringLiteral("|drop"),
+                                             QStringLiteral("CreateTableFrm.DropReferencedKey"),
+                                             {before.Name(), QualifiedNames(referencing)}, answers))
+        DropConstraintStatement(memo, header, before);
+      else
+        loadedKept.insert(idx);
       continue;
     }
     // A new definition replaces the constraint: dropped here, added with the new ones below.
     // Foreign keys of other tables that reference it would go with it: only with the user's
-    // consent, and then they are created again after the add.
+    // consent, and then they are created again after the add. When they could not be created
+    // on the new definition (ValidateKeyChanges refuses that before any build), nothing is
+    // built for the change.
     if (DefinitionChanged(before, now)) {
-      const QList<TReferencingKey> referencing =
-          before.Type() == kPrimary || before.Type() == kUnique
-              ? ReferencingKeys(d->Connection(), schema, before.Name())
-              : QList<TReferencingKey>();
+      const QList<TReferencingKey> referencing = referencingOf(before);
       if (!referencing.isEmpty()) {
-        QStringList names;
-        for (const TReferencingKey& k : referencing) names << k.Qualified();
-        const int answer = Application() ? Application()->esMsgDBox(
-                                               QStringLiteral("CreateTableFrm.ReferencedKey"),
-                                               {before.Name(), names.join(QStringLiteral(", "))},
-                                               TMsgDlgType::Confirmation, false)
-                                         : int(mrNo);
-        if (answer != mrYes) {
+        const bool agreed = ReAddable(now, referencing) &&
+                            d->Agreed(QString::number(idx) + u'|' + CreateClause(now),
+                                      QStringLiteral("CreateTableFrm.ReferencedKey"),
+                                      {before.Name(), QualifiedNames(referencing)}, answers);
+        if (!agreed) {
           loadedKept.insert(idx);  // nothing is built for this change
           continue;
         }
@@ -891,65 +1062,97 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
       memo.Add(QStringLiteral("  TO %1 ;").arg(now.Name()));
       name = now.Name();
     }
-    const auto changed = [&](int cell) { return before.Flag(cell) != now.Flag(cell); };
-    if (changed(ccDisable))
+    const auto changed = [](const TBox& a, const TBox& b) { return a.On != b.On; };
+    if (changed(before.Disable, now.Disable))
       ModifyConstraintStatement(
           memo, header, name,
-          now.Flag(ccDisable) ? QStringLiteral("DISABLE;") : QStringLiteral("ENABLE;"));
-    if (changed(ccDeleteCascade))
+          now.Disable.On ? QStringLiteral("DISABLE;") : QStringLiteral("ENABLE;"));
+    if (changed(before.DeleteCascade, now.DeleteCascade))
       ModifyConstraintStatement(memo, header, name, QStringLiteral("ON DELETE CASCADE;"));
-    if (changed(ccDeferred))
+    if (changed(before.Deferred, now.Deferred))
       ModifyConstraintStatement(memo, header, name,
-                                now.Flag(ccDeferred) ? QStringLiteral("INITIALLY DEFERRED;")
-                                                     : QStringLiteral("INITIALLY IMMEDIATE;"));
-    if (changed(ccNovalidate))
+                                now.Deferred.On ? QStringLiteral("INITIALLY DEFERRED;")
+                                                : QStringLiteral("INITIALLY IMMEDIATE;"));
+    if (changed(before.Novalidate, now.Novalidate))
       ModifyConstraintStatement(
           memo, header, name,
-          now.Flag(ccNovalidate) ? QStringLiteral("NOVALIDATE;") : QStringLiteral("VALIDATE;"));
-    if (changed(ccRely))
-      ModifyConstraintStatement(
-          memo, header, name,
-          now.Flag(ccRely) ? QStringLiteral("RELY;") : QStringLiteral("NORELY;"));
+          now.Novalidate.On ? QStringLiteral("NOVALIDATE;") : QStringLiteral("VALIDATE;"));
+    if (changed(before.Rely, now.Rely))
+      ModifyConstraintStatement(memo, header, name,
+                                now.Rely.On ? QStringLiteral("RELY;") : QStringLiteral("NORELY;"));
   }
 
-  for (int row = 0; row < d->ConstTreeList->RowCount(); ++row) {
-    const int idx = d->Idx(row);
+  for (const TConstraint& c : d->Rows) {
+    const int idx = c.Idx;
     if (loadedKept.contains(idx)) continue;
-    const TConstraint c = d->Current(row, groups);
     if (c.Type().isEmpty() || c.IsEmptyKey()) continue;
     AddConstraintStatement(memo, header, c);
     for (const TReferencingKey& k : reAdd)
       if (reAddOn.value(idx).contains(k.Name))
-        ReAddReferencingKey(memo, k, schema, table, c.Columns);
+        ReAddReferencingKey(memo, k, schema, table, c.Columns());
   }
+  d->Answers = answers;
+}
+
+bool TTableConstraintPage::ColumnDropAgreed(const QString& loadedColumn) {
+  QStringList keys;
+  QList<TReferencingKey> referencing;
+  for (const TConstraint& c : d->Loaded) {
+    if ((c.Type() != kPrimary && c.Type() != kUnique) || !c.Columns().contains(loadedColumn))
+      continue;
+    const QList<TReferencingKey>& of = d->Referencing(d->Owner, c.Name());
+    if (of.isEmpty()) continue;
+    keys << c.Name();
+    referencing << of;
+  }
+  return referencing.isEmpty() ||
+         d->Ask(QStringLiteral("CreateTableFrm.DropReferencedColumn"),
+                {loadedColumn, keys.join(QStringLiteral(", ")), QualifiedNames(referencing)});
+}
+
+bool TTableConstraintPage::ValidateKeyChanges(const QString& schema,
+                                              const QStringList& droppedColumns) const {
+  for (const TLoadedConstraint& l : d->LoadedConstraints(droppedColumns)) {
+    if (l.Row < 0 || l.GoneWithColumn || l.Now.IsEmptyKey()) continue;
+    if (!DefinitionChanged(l.Before, l.Now)) continue;
+    if (l.Before.Type() != kPrimary && l.Before.Type() != kUnique) continue;
+    const QList<TReferencingKey>& referencing = d->Referencing(schema, l.Before.Name());
+    if (referencing.isEmpty() || ReAddable(l.Now, referencing)) continue;
+    d->ConstTreeList->SetFocusedRow(l.Row);
+    const QString count = QString::number(referencing.first().Columns.size());
+    if (Application())
+      Application()->esMsgDBox(QStringLiteral("CreateTableFrm.ReferencedKeyColumns"),
+                               {l.Before.Name(), QualifiedNames(referencing), count, count},
+                               TMsgDlgType::Error, false);
+    return false;
+  }
+  return true;
 }
 
 void TTableConstraintPage::TableColumnRenamed(const QString& from, const QString& to) {
   const QString name = Trim(from);
-  for (TConsDef& def : d->ConsDefTbl)
-    if (Trim(def.TblCol) == name) def.TblCol = Trim(to);
+  for (TConstraint& c : d->Rows)
+    for (TConsPair& pair : c.Pairs)
+      if (Trim(pair.TblCol) == name) pair.TblCol = Trim(to);
   d->RefreshConditions();
 }
 
 void TTableConstraintPage::TableColumnDropped(const QString& column) {
   const QString name = Trim(column);
-  d->ConsDefTbl.removeIf([&](const TConsDef& def) { return Trim(def.TblCol) == name; });
+  for (TConstraint& c : d->Rows)
+    c.Pairs.removeIf([&](const TConsPair& pair) { return Trim(pair.TblCol) == name; });
   d->RefreshConditions();
 }
 
 bool TTableConstraintPage::ValidateNames(TKelBaseFrm& form) const {
-  QHash<int, QString> loadedName;
-  for (int b = 0; b < d->BakConstTreeList->RowCount(); ++b)
-    loadedName.insert(d->BakConstTreeList->Cell(b, ccIdx).toInt(),
-                      Trim(d->BakConstTreeList->Cell(b, ccName)));
   TKelTreeList* list = d->ConstTreeList;
-  for (int row = 0; row < list->RowCount(); ++row) {
-    const QString name = Trim(list->Cell(row, ccName));
-    if (d->Type(row).isEmpty() || name.isEmpty()) continue;
-    const auto loaded = loadedName.constFind(d->Idx(row));
-    if (loaded != loadedName.constEnd() && *loaded == name) continue;  // as the database has it
+  for (int row = 0; row < d->Rows.size(); ++row) {
+    const TConstraint& c = d->Rows[row];
+    if (c.Type().isEmpty() || c.Name().isEmpty()) continue;
+    const TConstraint* loaded = d->LoadedByIdx(c.Idx);
+    if (loaded && loaded->Name() == c.Name()) continue;  // as the database has it
     list->setCurrentItem(list->topLevelItem(row), ccName);
-    if (!form.CheckName(list->Column(ccName).Caption, list, name)) return false;
+    if (!form.CheckName(list->Column(ccName).Caption, list, c.Name())) return false;
   }
   return true;
 }

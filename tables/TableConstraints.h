@@ -46,6 +46,17 @@ class TTableConstraintPage : public QWidget {
   void AlterConstraintSql(TSqlMemo& memo, const QString& schema, const QString& table,
                           const QStringList& droppedColumns) const;
 
+  // Alter mode, before a build: a loaded key whose new definition cannot carry the foreign keys
+  // of other tables that reference it (not a key any more, or another number of columns) is
+  // refused with a message naming them, the constraint focused. Dropping and adding it would
+  // lose them.
+  bool ValidateKeyChanges(const QString& schema, const QStringList& droppedColumns) const;
+
+  // Alter mode, before a loaded column is dropped: when it belongs to a loaded primary or
+  // unique key that foreign keys of other tables reference, the column drop would take them
+  // along; the user is asked, naming them. True when nothing is referenced or the user agrees.
+  bool ColumnDropAgreed(const QString& loadedColumn);
+
   // A column of the table was renamed or dropped in the column list: its pairs follow the
   // column (new name) or leave every constraint.
   void TableColumnRenamed(const QString& from, const QString& to);
@@ -91,10 +102,9 @@ class TTableConstraintPage : public QWidget {
   void DropCostraintConditionBtnClick();
   void ConstTreeListEditValueChanged(int row, int column);
   void ConstTreeListFocusedNodeChanged(int row);
-  // The Type drop-down's items for the focused row: "PRIMARY" only while no other row has it.
-  // The list has no popup event of its own, so this runs whenever the focused row changes and
-  // after every Type edit, which is before any drop-down can open.
-  void ConstTreeListColumn1PropertiesPopup();
+  // The Type drop-down's items for `row`: "PRIMARY" only while no other row has it. The list
+  // asks for them whenever the row's Type editor opens.
+  QStringList ConstTreeListColumn1PropertiesPopup(int row) const;
   void ConstConditionTreeListEditValueChanged(int row, int column);
 
  signals:

@@ -141,15 +141,12 @@ TEST_F(ConstraintPage, AutomaticNamesFollowTheTypeButTypedNamesStay) {
 TEST_F(ConstraintPage, OnlyOneRowCanBePrimary) {
   Page.AddCostraintBtnClick();
   Page.AddCostraintBtnClick();
-  List()->SetFocusedRow(0);
-  EXPECT_EQ(List()->Column(P::ccType).Items,
+  EXPECT_EQ(List()->CellItems(0, P::ccType),
             QStringList({"PRIMARY", "UNIQUE", "FOREIGN", "CHECK"}));
   Edit(0, P::ccType, "PRIMARY");
-  List()->SetFocusedRow(1);
-  EXPECT_EQ(List()->Column(P::ccType).Items, QStringList({"UNIQUE", "FOREIGN", "CHECK"}));
-  // The focused primary row itself keeps the item, first in the list.
-  List()->SetFocusedRow(0);
-  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  // Each row's items follow the data: the primary row keeps the item, first; the others lose it.
+  EXPECT_EQ(List()->CellItems(1, P::ccType), QStringList({"UNIQUE", "FOREIGN", "CHECK"}));
+  EXPECT_EQ(List()->CellItems(0, P::ccType).first(), "PRIMARY");
   // Choosing the type on another row focuses that row first: "PRIMARY" is not offered there.
   QString why;
   EXPECT_FALSE(List()->EditCell(1, P::ccType, "PRIMARY", &why));
@@ -161,9 +158,9 @@ TEST_F(ConstraintPage, TypeChangeClearsTheCellsTheNewTypeDoesNotUse) {
   Page.AddCostraintBtnClick();
   Edit(0, P::ccType, "FOREIGN");
   Edit(0, P::ccRefSchema, "HR");
-  EXPECT_EQ(List()->Column(P::ccRefTable).Items, QStringList({"DEPT", "EMP"}));
+  EXPECT_EQ(List()->CellItems(0, P::ccRefTable), QStringList({"DEPT", "EMP"}));
   Edit(0, P::ccRefTable, "DEPT");
-  EXPECT_EQ(Pairs()->Column(P::dcRefCol).Items, QStringList({"ID", "NAME"}));
+  EXPECT_EQ(Pairs()->CellItems(0, P::dcRefCol), QStringList({"ID", "NAME"}));
   Edit(0, P::ccDeleteCascade, "True");
   Edit(0, P::ccRely, "True");
   // A new referenced schema empties the referenced table.
@@ -404,12 +401,10 @@ TEST_F(ConstraintPage, EmptiedKeysDroppedColumnsAndRenamedColumns) {
 // PRIMARY is offered again once the primary row is gone; unnamed keys are added with "ADD".
 TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
   LoadEmp();
-  List()->SetFocusedRow(1);
-  EXPECT_FALSE(List()->Column(P::ccType).Items.contains("PRIMARY"));
+  EXPECT_FALSE(List()->CellItems(1, P::ccType).contains("PRIMARY"));
   List()->SetFocusedRow(0);
   Page.DropCostraintBtnClick();
-  List()->SetFocusedRow(0);
-  EXPECT_EQ(List()->Column(P::ccType).Items.first(), "PRIMARY");
+  EXPECT_EQ(List()->CellItems(0, P::ccType).first(), "PRIMARY");
   Page.AddCostraintBtnClick();
   Edit(3, P::ccType, "PRIMARY");
   Edit(3, P::ccName, "");
@@ -425,4 +420,117 @@ TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
       QStringList({"ALTER TABLE HR.EMP", "  DROP PRIMARY KEY CASCADE;", "ALTER TABLE HR.EMP",
                    "  ADD PRIMARY KEY(ID);" + CR1, "ALTER TABLE HR.EMP",
                    "  ADD FOREIGN KEY(DEPT_ID)" + CR1 + "   REFERENCES HR.DEPT  (ID);" + CR1}));
+}
+
+namespace {
+
+// HR.EMP with its primary key referenced by APP.BONUS and the questions answered `answer`.
+QByteArray ReferencedPrimaryKey(int answer) {
+  return QByteArray(kCatalog)
+      .replace("'catalog': {", "'answers': {'CreateTableFrm.DropReferencedKey': " +
+                                   QByteArray::number(answer) + "}, 'catalog': {")
+      .replace("'CreateTableFrn.Constraint_05': [",
+               "'CreateTableFrn.Constraint_05': [{'binds': {'P_OWNER': 'HR', 'P_CONSTRAINT': "
+               "'SYS_C0011'}, 'rows': [{'OWNER': 'APP', 'TABLE_NAME': 'BONUS', "
+               "'CONSTRAINT_NAME': 'BONUS_EMP_FK', 'DELETE_RULE': 'NO ACTION'}]},");
+}
+
+QStringList Alter(TTableConstraintPage& page) {
+  TSqlMemo memo;
+  page.AlterConstraintSql(memo, "HR", "EMP");
+  return memo.Lines();
+}
+
+}  // namespace
+
+// Unticking the last column of a referenced loaded key drops the foreign keys of other tables
+// only when the user agrees; the answer holds for every build while the change stands.
+TEST(ConstraintPageAnswers, AnEmptiedReferencedKeyIsDroppedOnlyWhenTheUserAgrees) {
+  for (const int answer : {6, 7}) {
+    test::TTestHost host(test::Json(ReferencedPrimaryKey(answer).constData()));
+    QWidget sheet;
+    TTableConstraintPage page(&sheet);
+    page.LoadConstraints(host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL"});
+    page.PrimaryKeyColumnChanged("ID", false);
+    const QStringList expected =
+        answer == 6 ? QStringList({"ALTER TABLE HR.EMP", "  DROP PRIMARY KEY CASCADE;"})
+                    : QStringList();
+    EXPECT_EQ(Alter(page), expected);
+    EXPECT_EQ(Alter(page), expected);  // View SQL, then OK
+    const auto asked = host.EventsOf("confirm");
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0].value("args").toArray().at(1).toString(), "APP.BONUS.BONUS_EMP_FK");
+    // Ticked again, the key stays; emptied once more, it is a new question.
+    page.PrimaryKeyColumnChanged("ID", true);
+    EXPECT_EQ(Alter(page), QStringList());
+    page.PrimaryKeyColumnChanged("ID", false);
+    EXPECT_EQ(Alter(page), expected);
+    EXPECT_EQ(host.EventsOf("confirm").size(), 2);
+  }
+}
+
+// Drop Constraint on a referenced loaded key asks first; No keeps the row. A key that nothing
+// references is dropped without a question.
+TEST(ConstraintPageAnswers, DroppingAReferencedKeyRowAsksFirst) {
+  test::TTestHost host(test::Json(ReferencedPrimaryKey(7).constData()));
+  QWidget sheet;
+  TTableConstraintPage page(&sheet);
+  page.LoadConstraints(host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL"});
+  page.ConstTreeList()->SetFocusedRow(0);
+  page.DropCostraintBtnClick();
+  EXPECT_EQ(page.ConstTreeList()->RowCount(), 4);
+  EXPECT_EQ(host.EventsOf("confirm").size(), 1);
+  page.ConstTreeList()->SetFocusedRow(3);  // the check constraint: no question
+  page.DropCostraintBtnClick();
+  EXPECT_EQ(page.ConstTreeList()->RowCount(), 3);
+  EXPECT_EQ(host.EventsOf("confirm").size(), 1);
+  EXPECT_EQ(Alter(page),
+            QStringList({"ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_SAL_CK CASCADE;"}));
+}
+
+// A referenced key whose new definition could not carry its foreign keys is refused before any
+// build, naming them; one that keeps its column count is replaced and they are re-created.
+TEST_F(ConstraintPage, AKeyChangeThatWouldLoseReferencingKeysIsRefused) {
+  LoadEmp();
+  EXPECT_TRUE(Page.ValidateKeyChanges("HR", {}));
+  List()->SetFocusedRow(1);  // EMP_MAIL_UK (MAIL,ORG), referenced by APP.ORD.ORD_EMP_FK
+  Pairs()->SetFocusedRow(1);
+  Page.DropCostraintConditionBtnClick();
+  List()->SetFocusedRow(0);
+  EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
+  EXPECT_EQ(List()->FocusedRow(), 1);
+  const auto refused = Host.EventsOf("message");
+  ASSERT_EQ(refused.size(), 1);
+  EXPECT_EQ(refused[0].value("key").toString(), "CreateTableFrm.ReferencedKeyColumns");
+  EXPECT_EQ(refused[0].value("args").toArray().at(1).toString(), "APP.ORD.ORD_EMP_FK");
+  EXPECT_EQ(refused[0].value("args").toArray().at(2).toString(), "2");
+  EXPECT_EQ(AlterLines(), QStringList());  // never a drop that loses them
+  EXPECT_TRUE(Host.EventsOf("confirm").isEmpty());
+
+  AddPair(1, "SAL");  // two columns again: replaced, the foreign key re-created on them
+  EXPECT_TRUE(Page.ValidateKeyChanges("HR", {}));
+  EXPECT_EQ(AlterLines().mid(0, 2),
+            QStringList({"ALTER TABLE HR.EMP", "  DROP CONSTRAINT EMP_MAIL_UK CASCADE;"}));
+  EXPECT_TRUE(AlterLines().join(u'|').contains("REFERENCES HR.EMP  (MAIL,SAL)"));
+  EXPECT_EQ(Host.EventsOf("confirm").size(), 1);  // asked once for both builds
+
+  Edit(1, P::ccType, "CHECK");  // no key any more
+  EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
+}
+
+// Each row's pick lists come from its own data, whichever row has the focus.
+TEST_F(ConstraintPage, PickListsFollowEachRowsOwnReference) {
+  Page.AddCostraintBtnClick();
+  Edit(0, P::ccType, "FOREIGN");
+  Edit(0, P::ccRefSchema, "HR");
+  Page.AddCostraintBtnClick();
+  Edit(1, P::ccType, "FOREIGN");
+  Edit(1, P::ccRefSchema, "APP");
+  EXPECT_EQ(List()->CellItems(0, P::ccRefTable), QStringList({"DEPT", "EMP"}));
+  EXPECT_EQ(List()->CellItems(1, P::ccRefTable), QStringList());
+  Edit(0, P::ccRefTable, "DEPT");
+  EXPECT_EQ(List()->FocusedRow(), 0);
+  EXPECT_EQ(Pairs()->CellItems(0, P::dcRefCol), QStringList({"ID", "NAME"}));
+  List()->SetFocusedRow(1);
+  EXPECT_EQ(Pairs()->CellItems(0, P::dcRefCol), QStringList());
 }
