@@ -28,6 +28,7 @@
 
 #include "host/core/ScriptSplitter.h"
 #include "host/workbench/ConnectDialog.h"
+#include "host/workbench/KindIcons.h"
 #include "host/workbench/ObjectBrowser.h"
 #include "host/workbench/ScriptLogView.h"
 #include "plugin/KelEditor.h"
@@ -251,6 +252,7 @@ void TWorkbenchWindow::BuildMenus() {
     QAction* a = create->addAction(QString::fromUtf8(entry.Caption) + QStringLiteral("..."), this,
                                    [this, word] { NewObject(word); });
     a->setObjectName(QStringLiteral("New.") + word);
+    a->setIcon(KindIcon(QString::fromUtf8(entry.KindKey)));
     FNewActions << a;
   }
 

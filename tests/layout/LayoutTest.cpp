@@ -1,7 +1,9 @@
 // Every dialog the module answers to, opened in create mode at the scale this program runs at
 // (QT_SCALE_FACTOR; ctest runs it at 1 and 2): texts of labels and buttons fit their widths,
-// header captions are whole, no control overlaps a sibling or leaves its window, and no button
-// takes an Alt letter of the workbench's menu bar. The dispatch table is walked, so a dialog
+// header captions are whole, the texts of line and spin edits are shown whole (a seven-digit
+// number in every spin edit too), tree-list rows hold a check box and a line of text, no control
+// overlaps a sibling or leaves its window, and no button takes an Alt letter of the workbench's
+// menu bar. The dispatch table is walked, so a dialog
 // registered later is checked without a change here.
 #include <gtest/gtest.h>
 
@@ -14,10 +16,13 @@
 #include <QDialog>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QRegularExpression>
 #include <QSplitter>
 #include <QStyle>
+#include <QStyleOptionFrame>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -27,6 +32,8 @@
 #include "host/core/FixtureConnection.h"
 #include "host/workbench/WorkbenchWindow.h"
 #include "plugin/Dispatch.h"
+#include "plugin/KelSpinEdit.h"
+#include "plugin/KelTreeList.h"
 #include "tests/support/TestHost.h"
 
 namespace {
@@ -67,11 +74,31 @@ class TLayoutChecker {
     for (QWidget* w : all) {
       if (w->isWindow() || !w->isVisibleTo(FWindow)) continue;
       if (auto* header = qobject_cast<QHeaderView*>(w)) CheckHeader(header);
+      if (auto* edit = qobject_cast<QLineEdit*>(w)) CheckEditText(edit);
+      if (auto* list = qobject_cast<kel::TKelTreeList*>(w)) CheckRows(list);
       if (Internal(w, FWindow)) continue;
       if (auto* label = qobject_cast<QLabel*>(w)) CheckLabel(label);
       if (auto* button = qobject_cast<QAbstractButton*>(w)) CheckButton(button);
       CheckInsideWindow(w);
       CheckSiblings(w);
+    }
+    return FFaults;
+  }
+
+  // Gives every empty or short spin edit a seven-digit value and checks that it is shown whole
+  // even when a layout gives the spin edit no more than its minimum width.
+  QStringList CheckLongNumbers() {
+    FFaults.clear();
+    for (auto* spin : FWindow->findChildren<kel::TKelSpinEdit*>()) {
+      if (!spin->isVisibleTo(FWindow)) continue;
+      if (spin->Text().size() < 7) spin->SetText(QStringLiteral("1000000"));
+      auto* edit = spin->findChild<QLineEdit*>();
+      if (!edit) continue;
+      const QSize laidOut = spin->size();
+      spin->resize(spin->minimumSizeHint().width(), laidOut.height());
+      CheckEditText(edit, spin);
+      spin->resize(laidOut);
+      CheckEditText(edit, spin);
     }
     return FFaults;
   }
@@ -121,6 +148,57 @@ class TLayoutChecker {
                         .arg(PlainText(button->text()))
                         .arg(need.width())
                         .arg(button->width()));
+  }
+
+  // The text of a line edit (or of a spin edit's inner line) fits the edit's text area.
+  void CheckEditText(QLineEdit* edit, QWidget* owner = nullptr) {
+    if (!owner)
+      owner = edit->parentWidget() && qobject_cast<QAbstractSpinBox*>(edit->parentWidget())
+                  ? edit->parentWidget()
+                  : edit;
+    if (edit->text().isEmpty() || edit->echoMode() != QLineEdit::Normal ||
+        qobject_cast<QComboBox*>(edit->parentWidget()) || Internal(owner, FWindow))
+      return;
+    QStyleOptionFrame panel;
+    panel.initFrom(edit);
+    panel.lineWidth = edit->hasFrame()
+                          ? edit->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &panel, edit)
+                          : 0;
+    const QRect contents = edit->style()->subElementRect(QStyle::SE_LineEditContents, &panel, edit);
+    const QMargins margins = edit->textMargins();
+    constexpr int kHorizontalMargin = 2;  // the line edit's own padding at each side
+    const int has = contents.width() - margins.left() - margins.right() - 2 * kHorizontalMargin;
+    const int need = edit->fontMetrics().horizontalAdvance(edit->text());
+    if (need > has)
+      Fault(owner, QStringLiteral("shows \"%1\" cut: needs %2 px, has %3")
+                       .arg(edit->text())
+                       .arg(need)
+                       .arg(has));
+  }
+
+  // Rows at least a check box and a line of text high; check-box columns at least a box wide.
+  void CheckRows(kel::TKelTreeList* list) {
+    if (list->ColumnCount() == 0) return;
+    const bool added = list->RowCount() == 0;
+    if (added) list->AddRow();
+    const QStyle* style = list->style();
+    const int rowHeight = list->visualItemRect(list->topLevelItem(0)).height();
+    const int box = style->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, list) + 2;
+    const int text = list->fontMetrics().height() + 2;
+    if (rowHeight < std::max(box, text))
+      Fault(list, QStringLiteral("rows are %1 px high: a check box needs %2, a line of text %3")
+                      .arg(rowHeight)
+                      .arg(box)
+                      .arg(text));
+    const int boxWidth = style->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, list) + 2;
+    for (int c = 0; c < list->ColumnCount(); ++c)
+      if (list->Column(c).Editor == kel::TCellEditor::Check && !list->isColumnHidden(c) &&
+          list->columnWidth(c) < boxWidth)
+        Fault(list, QStringLiteral("check-box column %1 is %2 px wide, a box needs %3")
+                        .arg(c)
+                        .arg(list->columnWidth(c))
+                        .arg(boxWidth));
+    if (added) list->DeleteRow(0);
   }
 
   void CheckHeader(QHeaderView* header) {
@@ -209,8 +287,9 @@ TEST(Layout, EveryDialogFitsItsTextsAndKeepsItsControlsApart) {
     const QList<QWidget*> before = QApplication::topLevelWidgets();
     auto check = [&](QWidget* window) {
       ++opened;
-      for (const QString& fault : TLayoutChecker(window, name).Check())
-        faults << fault;
+      TLayoutChecker checker(window, name);
+      faults << checker.Check();
+      faults << checker.CheckLongNumbers();
       const QSet<QChar> letters = TLayoutChecker::Mnemonics(window);
       for (QChar c : letters)
         if (menuLetters.contains(c))
