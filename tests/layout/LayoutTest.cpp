@@ -26,8 +26,10 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTextDocument>
 #include <QToolButton>
+#include <functional>
 
 #include "host/core/FixtureConnection.h"
 #include "host/workbench/WorkbenchWindow.h"
@@ -271,47 +273,140 @@ QSet<QChar> MenuLetters() {
   return letters;
 }
 
-TEST(Layout, EveryDialogFitsItsTextsAndKeepsItsControlsApart) {
-  const QSet<QChar> menuLetters = MenuLetters();
-  ASSERT_FALSE(menuLetters.isEmpty());
-  const QString scale = qEnvironmentVariableIsEmpty("QT_SCALE_FACTOR")
-                            ? QStringLiteral("1")
-                            : QString::fromLocal8Bit(qgetenv("QT_SCALE_FACTOR"));
+QString ScaleName() {
+  return qEnvironmentVariableIsEmpty("QT_SCALE_FACTOR")
+             ? QStringLiteral("1")
+             : QString::fromLocal8Bit(qgetenv("QT_SCALE_FACTOR"));
+}
+
+// Opens every dialog of the dispatch table in create mode and hands each window it shows to
+// `check` with a name for the faults; returns how many windows were checked.
+int ForEachDialog(const std::function<void(QWidget*, const QString&)>& check) {
   int opened = 0;
-  QStringList faults;
   for (const kel::TDispatchRow& row : kel::DispatchTable()) {
     if (!row.Routine) continue;
     test::TTestHost host;
-    const QString name =
-        QStringLiteral("%1 (%2, scale %3)").arg(QLatin1String(row.DialogClass), row.Word, scale);
+    const QString name = QStringLiteral("%1 (%2, scale %3)")
+                             .arg(QLatin1String(row.DialogClass), row.Word, ScaleName());
     const QList<QWidget*> before = QApplication::topLevelWidgets();
-    auto check = [&](QWidget* window) {
-      ++opened;
-      TLayoutChecker checker(window, name);
-      faults << checker.Check();
-      faults << checker.CheckLongNumbers();
-      const QSet<QChar> letters = TLayoutChecker::Mnemonics(window);
-      for (QChar c : letters)
-        if (menuLetters.contains(c))
-          faults << QStringLiteral("%1: the Alt+%2 of a button is also a menu of the workbench")
-                        .arg(name, QString(c));
-    };
     bool seen = false;
     host.Open(row.Word, nullptr, [&](QWidget* window) {
       seen = true;
-      check(window);
+      ++opened;
+      check(window, name);
     });
     if (!seen) {
       // A preview or other window shown without the host's child list.
       for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->isVisible() && !before.contains(w)) check(w);
+        if (w->isVisible() && !before.contains(w)) {
+          ++opened;
+          check(w, name);
+        }
     }
     for (QWidget* w : QApplication::topLevelWidgets())
       if (w->isVisible() && !before.contains(w)) w->close();
     QApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+  return opened;
+}
+
+TEST(Layout, EveryDialogFitsItsTextsAndKeepsItsControlsApart) {
+  const QSet<QChar> menuLetters = MenuLetters();
+  ASSERT_FALSE(menuLetters.isEmpty());
+  QStringList faults;
+  const int opened = ForEachDialog([&](QWidget* window, const QString& name) {
+    TLayoutChecker checker(window, name);
+    faults << checker.Check();
+    faults << checker.CheckLongNumbers();
+    const QSet<QChar> letters = TLayoutChecker::Mnemonics(window);
+    for (QChar c : letters)
+      if (menuLetters.contains(c))
+        faults << QStringLiteral("%1: the Alt+%2 of a button is also a menu of the workbench")
+                      .arg(name, QString(c));
+  });
   EXPECT_GT(opened, 0) << "no dialog was opened";
+  EXPECT_TRUE(faults.isEmpty()) << faults.join(u'\n').toStdString();
+}
+
+// The keys a desktop sends for Tab and Shift+Tab, to whatever has the focus.
+void PressTab(bool forward) {
+  QWidget* target = QApplication::focusWidget();
+  if (!target) return;
+  if (forward)
+    QTest::keyClick(target, Qt::Key_Tab);
+  else
+    QTest::keyClick(target, Qt::Key_Backtab, Qt::ShiftModifier);
+}
+
+bool InList(const kel::TKelTreeList* list) {
+  const QWidget* f = QApplication::focusWidget();
+  return f && (f == list || list->isAncestorOf(f));
+}
+
+// Walks a list with Tab from before its first cell and back with Shift+Tab: the walk stops on
+// each editable cell once and then leaves the list; faults are described.
+QStringList WalkList(kel::TKelTreeList* list, const QString& name) {
+  QStringList faults;
+  auto fault = [&](const QString& what) {
+    faults << QStringLiteral("%1: list '%2' %3").arg(name, list->objectName(), what);
+  };
+  int editable = 0;
+  for (int c = 0; c < list->ColumnCount(); ++c)
+    if (list->Column(c).Visible && list->Column(c).Editable) ++editable;
+  const int cells = editable * list->RowCount();
+  const int limit = cells + 3;
+  for (bool forward : {true, false}) {
+    list->setFocus();
+    if (forward) list->setCurrentIndex(QModelIndex());
+    int stops = 0;
+    QSet<QPair<int, int>> visited;
+    for (int i = 0; i < limit && InList(list); ++i) {
+      PressTab(forward);
+      if (InList(list)) {
+        ++stops;
+        visited.insert({list->FocusedRow(), list->currentColumn()});
+      }
+    }
+    // Backwards the walk starts on the last cell, which is not visited again.
+    const int expected = forward ? cells : std::max(cells - 1, 0);
+    if (InList(list))
+      fault(QStringLiteral("keeps the focus after %1 presses of %2")
+                .arg(limit)
+                .arg(forward ? "Tab" : "Shift+Tab"));
+    else if (stops != expected || int(visited.size()) != expected)
+      fault(QStringLiteral("%1 stops on %2 cells (%3 different), %4 expected")
+                .arg(forward ? "Tab" : "Shift+Tab")
+                .arg(stops)
+                .arg(visited.size())
+                .arg(expected));
+  }
+  return faults;
+}
+
+// Tab and Shift+Tab reach every editable cell of every tree list of every dialog and hand the
+// focus on at the ends.
+TEST(Layout, TabAndShiftTabWalkEveryTreeListOfEveryDialog) {
+  QStringList faults;
+  int walked = 0;
+  ForEachDialog([&](QWidget* window, const QString& name) {
+    QList<kel::TKelTreeList*> lists;
+    for (auto* list : window->findChildren<kel::TKelTreeList*>())
+      if (list->isVisibleTo(window) && list->isEnabled() && list->ColumnCount() > 0) lists << list;
+    if (lists.isEmpty()) return;
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window)) {
+      faults << name + QStringLiteral(": the window does not become active");
+      return;
+    }
+    for (auto* list : lists) {
+      // Two rows at least, so that the walk crosses from one row to the next.
+      while (list->RowCount() < 2) list->AddRow();
+      faults << WalkList(list, name);
+      ++walked;
+    }
+  });
+  EXPECT_GT(walked, 0) << "no tree list was walked";
   EXPECT_TRUE(faults.isEmpty()) << faults.join(u'\n').toStdString();
 }
 
