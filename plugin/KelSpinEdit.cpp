@@ -90,6 +90,10 @@ TKelSpinEdit::TKelSpinEdit(QWidget* parent) : QAbstractSpinBox(parent) {
   setAccelerated(true);
   lineEdit()->setText(QStringLiteral("0"));
   connect(lineEdit(), &QLineEdit::textChanged, this, &TKelSpinEdit::textChanged);
+  // A value longer than the minimum width's eight digits asks the layout for more room.
+  connect(lineEdit(), &QLineEdit::textChanged, this, [this](const QString& text) {
+    if (text.size() >= 8) updateGeometry();
+  });
 }
 
 QString TKelSpinEdit::Text() const {
@@ -152,23 +156,23 @@ QAbstractSpinBox::StepEnabled TKelSpinEdit::stepEnabled() const {
   return StepUpEnabled | StepDownEnabled;
 }
 
+// The base's hints hold the frame, the arrows and a blank (a spin box without a value range
+// knows no text to measure): the text part is added here, the current text or `digits` digits,
+// whichever is wider, so a value is shown whole.
+static int SpinTextWidth(const QFontMetrics& metrics, const QString& text, int digits) {
+  return std::max(metrics.horizontalAdvance(text),
+                  metrics.horizontalAdvance(QString(digits, u'9')));
+}
+
 QSize TKelSpinEdit::sizeHint() const {
   QSize hint = QAbstractSpinBox::sizeHint();
-  const QFontMetrics metrics(font());
-  // The base hint holds the frame, the arrows and the current text; the text part is widened to
-  // twelve digits.
-  const int shown = metrics.horizontalAdvance(lineEdit()->text());
-  const int wanted = metrics.horizontalAdvance(QString(12, u'9'));
-  if (wanted > shown) hint.rwidth() += wanted - shown;
+  hint.rwidth() += SpinTextWidth(QFontMetrics(font()), lineEdit()->text(), 12);
   return hint;
 }
 
 QSize TKelSpinEdit::minimumSizeHint() const {
   QSize hint = QAbstractSpinBox::minimumSizeHint();
-  const QFontMetrics metrics(font());
-  const int shown = metrics.horizontalAdvance(lineEdit()->text());
-  const int wanted = metrics.horizontalAdvance(QString(8, u'9'));
-  if (wanted > shown) hint.rwidth() += wanted - shown;
+  hint.rwidth() += SpinTextWidth(QFontMetrics(font()), lineEdit()->text(), 8);
   return hint;
 }
 

@@ -5,7 +5,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
 #include <QStyledItemDelegate>
+#include <algorithm>
 
 #include "plugin/KelSpinEdit.h"
 #include "plugin/KelText.h"
@@ -14,6 +17,9 @@ namespace kel {
 
 namespace {
 constexpr int kValueRole = Qt::UserRole + 1;  // the cell's string
+// Loaded values widen a column up to this many pixels; longer ones are cut at the edge (the
+// user still widens the column by hand).
+constexpr int kMaxFittedWidth = 320;
 }  // namespace
 
 class TKelTreeDelegate : public QStyledItemDelegate {
@@ -75,6 +81,33 @@ class TKelTreeDelegate : public QStyledItemDelegate {
     if (v != before) FList->CommitCell(index.row(), index.column(), v);
   }
 
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    size.setHeight(std::max(size.height(), FList->RowHeight()));
+    return size;
+  }
+
+  // The row of the current cell is highlighted as a whole; the cell itself gets a frame, so
+  // that the user sees which cell Tab, Space or typing acts on.
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyleOptionViewItem opt(option);
+    opt.state &= ~QStyle::State_HasFocus;
+    QStyledItemDelegate::paint(painter, opt, index);
+    if (index != FList->currentIndex() || FList->indexWidget(index)) return;
+    const bool selected = option.state & QStyle::State_Selected;
+    QColor color = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight);
+    if (!FList->hasFocus()) color.setAlphaF(0.6f);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    QPen pen(color, 2);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter->setPen(pen);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(QRectF(option.rect).adjusted(1, 1, -1, -1));
+    painter->restore();
+  }
+
   bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override {
     const TKelTreeColumn& c = FList->Column(index.column());
@@ -91,13 +124,23 @@ class TKelTreeDelegate : public QStyledItemDelegate {
  protected:
   bool eventFilter(QObject* editor, QEvent* event) override {
     if (event->type() == QEvent::KeyPress) {
-      const int key = static_cast<QKeyEvent*>(event)->key();
-      if (key == Qt::Key_Return || key == Qt::Key_Enter ||
-          (key == Qt::Key_Tab && static_cast<QKeyEvent*>(event)->modifiers() == Qt::NoModifier)) {
+      const auto* key = static_cast<QKeyEvent*>(event);
+      if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
         auto* w = static_cast<QWidget*>(editor);
         emit commitData(w);
         emit closeEditor(w, QAbstractItemDelegate::EditNextItem);
         return true;
+      }
+      if (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+        if (key->key() == Qt::Key_Backtab ||
+            (key->key() == Qt::Key_Tab && (key->modifiers() & Qt::ShiftModifier))) {
+          FList->TabToCell(false);
+          return true;
+        }
+        if (key->key() == Qt::Key_Tab) {
+          FList->TabToCell(true);
+          return true;
+        }
       }
     }
     return QStyledItemDelegate::eventFilter(editor, event);
@@ -135,7 +178,13 @@ int TKelTreeList::AddColumn(const TKelTreeColumn& column) {
   QStringList captions;
   for (const TKelTreeColumn& c : FColumns) captions << c.Caption;
   setHeaderLabels(captions);
-  setColumnWidth(n - 1, column.Width);
+  // At least the caption's width (the header's hint holds its margins), and a check box's.
+  int width = std::max(column.Width, header()->sectionSizeHint(n - 1));
+  if (column.Editor == TCellEditor::Check)
+    width =
+        std::max(width, style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +
+                            4 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this));
+  setColumnWidth(n - 1, width);
   setColumnHidden(n - 1, !column.Visible);
   for (int r = 0; r < RowCount(); ++r) SetCell(r, n - 1, QString());
   return n - 1;
@@ -182,6 +231,17 @@ void TKelTreeList::AddRows(const QList<QStringList>& rows) {
     items << item;
   }
   insertTopLevelItems(RowCount(), items);
+  for (int c = 0; c < ColumnCount(); ++c) {
+    if (FColumns[c].Editor == TCellEditor::Check) continue;
+    int widest = 0;
+    QString text;
+    for (const QStringList& cells : rows)
+      if (cells.value(c).size() > widest) {
+        widest = int(cells.value(c).size());
+        text = cells.value(c);
+      }
+    FitColumnTo(c, text);
+  }
   emit RowsChanged();
 }
 
@@ -208,6 +268,35 @@ void TKelTreeList::SetCell(int row, int col, const QString& value) {
   if (!item || col < 0 || col >= ColumnCount()) return;
   item->setData(col, kValueRole, value);
   RefreshCell(item, col);
+  if (FColumns[col].Editor != TCellEditor::Check) FitColumnTo(col, value);
+}
+
+int TKelTreeList::CellTextWidth(const QString& text) const {
+  // The item's text margins on both sides, and a pixel for the current cell's frame.
+  const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+  return fontMetrics().horizontalAdvance(text) + 2 * margin + 2;
+}
+
+void TKelTreeList::FitColumnTo(int col, const QString& text) {
+  if (text.isEmpty() || !FColumns[col].Visible) return;
+  const int need = std::min(CellTextWidth(text), kMaxFittedWidth);
+  if (need > columnWidth(col)) setColumnWidth(col, need);
+}
+
+int TKelTreeList::RowHeight() const {
+  if (FRowHeight == 0) {
+    const QStyle* s = style();
+    const int margin = s->pixelMetric(QStyle::PM_FocusFrameVMargin, nullptr, this);
+    const int text = fontMetrics().height() + 2 * margin + 2;
+    const int box = s->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this) + 2 * margin + 2;
+    FRowHeight = std::max(text, box);
+  }
+  return FRowHeight;
+}
+
+void TKelTreeList::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) FRowHeight = 0;
+  QTreeWidget::changeEvent(event);
 }
 
 QStringList TKelTreeList::RowCells(int row) const {
@@ -339,19 +428,69 @@ bool TKelTreeList::NextEditableCell(int& row, int& col) const {
   return false;
 }
 
+bool TKelTreeList::PreviousEditableCell(int& row, int& col) const {
+  int r = row, c = col;
+  for (int steps = 0; steps < (RowCount() + 1) * (ColumnCount() + 1); ++steps) {
+    if (--c < 0) {
+      c = ColumnCount() - 1;
+      if (--r < 0) return false;
+    }
+    if (FColumns[c].Visible && FColumns[c].Editable) {
+      row = r;
+      col = c;
+      return true;
+    }
+  }
+  return false;
+}
+
+void TKelTreeList::MoveToCell(int row, int col) {
+  setCurrentItem(topLevelItem(row), col);
+  if (FColumns[col].Editor != TCellEditor::Check) editItem(topLevelItem(row), col);
+}
+
 void TKelTreeList::MoveToNextCell() {
   int row = FocusedRow(), col = currentColumn();
   if (row < 0) return;
-  if (!NextEditableCell(row, col)) return;
-  setCurrentItem(topLevelItem(row), col);
-  if (FColumns[col].Editor != TCellEditor::Check) editItem(topLevelItem(row), col);
+  if (NextEditableCell(row, col)) MoveToCell(row, col);
+}
+
+void TKelTreeList::TabToCell(bool forward) {
+  if (QWidget* editor = indexWidget(currentIndex())) {
+    emit itemDelegate()->commitData(editor);
+    emit itemDelegate()->closeEditor(editor, QAbstractItemDelegate::NoHint);
+  }
+  // Without a current cell the walk starts before the first cell or after the last one.
+  int row = FocusedRow(), col = currentColumn();
+  if (row < 0 || col < 0) {
+    row = forward ? 0 : RowCount() - 1;
+    col = forward ? -1 : ColumnCount();
+  }
+  if (RowCount() > 0 && (forward ? NextEditableCell(row, col) : PreviousEditableCell(row, col))) {
+    MoveToCell(row, col);
+    return;
+  }
+  // Past the ends: on to the dialog's next (previous) control.
+  QWidget::focusNextPrevChild(forward);
+}
+
+bool TKelTreeList::focusNextPrevChild(bool next) {
+  // Tab and Shift+Tab in the list or in one of its cell editors come here first.
+  if (!tabKeyNavigation() || !isVisible() || !isEnabled()) return QWidget::focusNextPrevChild(next);
+  TabToCell(next);
+  return true;
 }
 
 void TKelTreeList::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   if (state() != QAbstractItemView::EditingState &&
-      (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab)) {
+      (key == Qt::Key_Return || key == Qt::Key_Enter)) {
     MoveToNextCell();
+    return;
+  }
+  if ((key == Qt::Key_Tab || key == Qt::Key_Backtab) &&
+      !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+    TabToCell(key == Qt::Key_Tab && !(event->modifiers() & Qt::ShiftModifier));
     return;
   }
   if (key == Qt::Key_Space && FocusedRow() >= 0 && currentColumn() >= 0 &&
@@ -365,9 +504,13 @@ void TKelTreeList::keyPressEvent(QKeyEvent* event) {
 }
 
 void TKelTreeList::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-  QTreeWidget::closeEditor(
-      editor, hint == QAbstractItemDelegate::EditNextItem ? QAbstractItemDelegate::NoHint : hint);
-  if (hint == QAbstractItemDelegate::EditNextItem) MoveToNextCell();
+  // The view's own next / previous item ignores read-only and hidden columns: the list walks
+  // its editable cells instead.
+  const bool next = hint == QAbstractItemDelegate::EditNextItem;
+  const bool previous = hint == QAbstractItemDelegate::EditPreviousItem;
+  QTreeWidget::closeEditor(editor, next || previous ? QAbstractItemDelegate::NoHint : hint);
+  if (next) MoveToNextCell();
+  if (previous) TabToCell(false);
 }
 
 }  // namespace kel

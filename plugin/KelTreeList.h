@@ -1,6 +1,8 @@
 // The tree-list component of the dialogs' grids: string cells, an editor kind per column (text,
 // fixed pick list, spin edit with a range, check box holding "True"/"False"), Enter and Tab move
-// to the next cell, and `EditValueChanged` after every committed edit.
+// to the next editable cell and Shift+Tab to the previous one, and `EditValueChanged` after every
+// committed edit. Rows are tall enough for a check box and a line of text, columns at least as
+// wide as their captions, and the current cell carries a frame of its own.
 #pragma once
 
 #include <QStringList>
@@ -69,6 +71,12 @@ class TKelTreeList : public QTreeWidget {
   Q_INVOKABLE bool EditCell(int row, int col, const QString& value, QString* why = nullptr);
   // Moves the cell cursor to the next editable cell (Enter and Tab).
   void MoveToNextCell();
+  // Tab (forward) and Shift+Tab: commits an open editor, moves to the next or previous editable
+  // cell, and past the first or last one hands the focus on to the dialog's next or previous
+  // control instead of keeping it in the list.
+  void TabToCell(bool forward);
+  // The height of a row: a line of text or a check box, with the style's margins.
+  int RowHeight() const;
 
  signals:
   void EditValueChanged(int row, int column);
@@ -79,15 +87,23 @@ class TKelTreeList : public QTreeWidget {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  bool focusNextPrevChild(bool next) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   friend class TKelTreeDelegate;
   void CommitCell(int row, int col, const QString& value);
   void RefreshCell(QTreeWidgetItem* item, int col);
   bool NextEditableCell(int& row, int& col) const;
+  bool PreviousEditableCell(int& row, int& col) const;
+  void MoveToCell(int row, int col);
+  // Widens a column to show `text` whole, up to a limit (never narrows it).
+  void FitColumnTo(int col, const QString& text);
+  int CellTextWidth(const QString& text) const;
 
   QList<TKelTreeColumn> FColumns;
   TCellItemsProvider FCellItems;
+  mutable int FRowHeight = 0;  // 0: to be measured for the current font and style
 };
 
 }  // namespace kel

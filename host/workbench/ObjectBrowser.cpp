@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QStyle>
 
+#include "host/workbench/KindIcons.h"
 #include "plugin/KelQuery.h"
 
 namespace wb {
@@ -83,7 +84,7 @@ QTreeWidgetItem* TObjectBrowser::AddFolder(QTreeWidgetItem* parent, const TObjec
   folder->setData(0, TypeRole, ntFolder);
   folder->setData(0, KindRole, QString::fromUtf8(kind.Key));
   folder->setData(0, SchemaRole, schema);
-  folder->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
+  folder->setIcon(0, KindIcon(folder->data(0, KindRole).toString()));
   folder->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
   StyleFolder(folder);
   return folder;
@@ -186,13 +187,13 @@ void TObjectBrowser::Merge(QTreeWidgetItem* parent, const QList<QVariantMap>& ro
       item->setData(0, TypeRole, type);
       if (type == ntSchema) {
         item->setData(0, SchemaRole, wanted[i]);
-        item->setIcon(0, style()->standardIcon(QStyle::SP_DirHomeIcon));
+        item->setIcon(0, SchemaIcon());
         for (const TObjectKind& kind : ObjectKinds())
           if (kind.PerSchema) AddFolder(item, kind, wanted[i]);
       } else {
         item->setData(0, SchemaRole, schema);
         item->setData(0, KindRole, kindKey);
-        item->setIcon(0, style()->standardIcon(QStyle::SP_FileIcon));
+        item->setIcon(0, KindIcon(kindKey));
         if (parent->data(0, GreyedRole).toBool())
           item->setForeground(0, palette().brush(QPalette::Disabled, QPalette::Text));
       }

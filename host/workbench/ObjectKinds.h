@@ -36,6 +36,7 @@ struct TNewEntry {
   std::span<const TParamSource> Params;
   bool SchemaObject;
   bool SeparatorBefore;
+  const char* KindKey;  // the browser kind whose icon the entry shows
 };
 
 // A kind of object in the browser: a folder below a schema or at the top level.

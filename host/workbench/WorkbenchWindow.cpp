@@ -25,9 +25,11 @@
 #include <QTreeWidgetItem>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 
 #include "host/core/ScriptSplitter.h"
 #include "host/workbench/ConnectDialog.h"
+#include "host/workbench/KindIcons.h"
 #include "host/workbench/ObjectBrowser.h"
 #include "host/workbench/ScriptLogView.h"
 #include "plugin/KelEditor.h"
@@ -251,6 +253,7 @@ void TWorkbenchWindow::BuildMenus() {
     QAction* a = create->addAction(QString::fromUtf8(entry.Caption) + QStringLiteral("..."), this,
                                    [this, word] { NewObject(word); });
     a->setObjectName(QStringLiteral("New.") + word);
+    a->setIcon(KindIcon(QString::fromUtf8(entry.KindKey)));
     FNewActions << a;
   }
 
@@ -297,8 +300,10 @@ void TWorkbenchWindow::BuildMenus() {
   view->addAction(FResultDock->toggleViewAction());
 
   QMenu* window = menuBar()->addMenu(QStringLiteral("&Window"));
-  window->addAction(QStringLiteral("&Tile"), FMdi, &QMdiArea::tileSubWindows);
-  window->addAction(QStringLiteral("Casca&de"), FMdi, &QMdiArea::cascadeSubWindows);
+  window->addAction(QStringLiteral("&Tile"), this, &TWorkbenchWindow::TileChildren)
+      ->setObjectName(QStringLiteral("Tile"));
+  window->addAction(QStringLiteral("Casca&de"), this, &TWorkbenchWindow::CascadeChildren)
+      ->setObjectName(QStringLiteral("Cascade"));
   QAction* closeChild =
       window->addAction(QStringLiteral("C&lose"), FMdi, &QMdiArea::closeActiveSubWindow);
   closeChild->setObjectName(QStringLiteral("CloseChild"));
@@ -440,6 +445,78 @@ void TWorkbenchWindow::AddMdiChild(QWidget* form) {
   connect(form, &QObject::destroyed, sub, &QWidget::close, Qt::QueuedConnection);
   sub->show();
   FMdi->setActiveSubWindow(sub);
+}
+
+namespace {
+
+// The children Tile and Cascade arrange (a minimized one keeps its place), each restored to its
+// normal state first.
+QList<QMdiSubWindow*> ArrangedChildren(QMdiArea* mdi) {
+  QList<QMdiSubWindow*> children;
+  for (QMdiSubWindow* w : mdi->subWindowList(QMdiArea::CreationOrder)) {
+    if (!w->isVisible() || w->isMinimized()) continue;
+    if (w->isMaximized()) w->showNormal();
+    children << w;
+  }
+  return children;
+}
+
+QSize MinimumOf(const QMdiSubWindow* w) {
+  return w->minimumSizeHint().expandedTo(w->minimumSize());
+}
+
+}  // namespace
+
+void TWorkbenchWindow::TileChildren() {
+  const QList<QMdiSubWindow*> children = ArrangedChildren(FMdi);
+  if (children.isEmpty()) return;
+  const int n = int(children.size());
+  const int cols = int(std::ceil(std::sqrt(double(n))));
+  const int rows = (n + cols - 1) / cols;
+  const QSize area = FMdi->viewport()->size();
+  const QSize cell(area.width() / cols, area.height() / rows);
+  // Each column as wide, and each row as tall, as its largest minimum asks when the even share
+  // of the area is not enough; the area scrolls to what then lies past its edge.
+  QList<int> widths(cols, cell.width()), heights(rows, cell.height());
+  for (int i = 0; i < n; ++i) {
+    const QSize minimum = MinimumOf(children[i]);
+    widths[i % cols] = std::max(widths[i % cols], minimum.width());
+    heights[i / cols] = std::max(heights[i / cols], minimum.height());
+  }
+  for (int i = 0; i < n; ++i) {
+    int x = 0, y = 0;
+    for (int c = 0; c < i % cols; ++c) x += widths[c];
+    for (int r = 0; r < i / cols; ++r) y += heights[r];
+    // The last row's windows share the width the full rows have.
+    int width = widths[i % cols];
+    if (i / cols == rows - 1 && n % cols != 0 && i == n - 1) {
+      int right = 0;
+      for (int c = 0; c < cols; ++c) right += widths[c];
+      width = std::max(width, right - x);
+    }
+    children[i]->setGeometry(x, y, width, heights[i / cols]);
+  }
+}
+
+void TWorkbenchWindow::CascadeChildren() {
+  const QList<QMdiSubWindow*> children = ArrangedChildren(FMdi);
+  if (children.isEmpty()) return;
+  const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight) + 4;
+  const QSize area = FMdi->viewport()->size();
+  // The steps stop at a third of the area and start again, so that every title bar stays in
+  // sight; each window keeps its size as far as the area allows, never below its minimum.
+  const int perRound = std::max(1, std::min(area.width(), area.height()) / 3 / step + 1);
+  const int used = std::min(int(children.size()), perRound) - 1;
+  const QSize room = area - QSize(used * step, used * step);
+  for (int i = 0; i < int(children.size()); ++i) {
+    QMdiSubWindow* w = children[i];
+    const QSize size = w->size().boundedTo(room).expandedTo(MinimumOf(w));
+    const int at = (i % perRound) * step;
+    w->setGeometry(at, at, size.width(), size.height());
+    w->raise();
+  }
+  FCascade = int(children.size()) % perRound;
+  if (QMdiSubWindow* last = children.last()) FMdi->setActiveSubWindow(last);
 }
 
 QPoint TWorkbenchWindow::NextChildPos(const QSize& size) {

@@ -74,6 +74,10 @@ class TWorkbenchWindow : public QMainWindow {
 
   // Services for the host.
   void AddMdiChild(QWidget* form);
+  // Window > Tile and Cascade. Neither makes a child smaller than its minimum size: where the
+  // area is too small for all of them, it scrolls.
+  void TileChildren();
+  void CascadeChildren();
   kel::TKelEditor* OpenEditor(const QString& text);
   // Opens `fileName` in a new editor tab; false with a message when it cannot be read.
   bool OpenSqlFile(const QString& fileName);

@@ -1,4 +1,4 @@
-// workbench [--db URL] [--module PATH] [--settings DIR]
+// workbench [--db URL] [--module PATH] [--settings DIR] [--screenshot FILE]
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -8,6 +8,7 @@
 
 #include "host/core/SqlConnection.h"
 #include "host/workbench/ConnectDialog.h"
+#include "host/workbench/Screenshot.h"
 #include "host/workbench/WorkbenchWindow.h"
 
 namespace {
@@ -41,6 +42,12 @@ int main(int argc, char** argv) {
                                     QStringLiteral("Folder for the window layout and the dialogs' "
                                                    "settings."),
                                     QStringLiteral("DIR"));
+  const QCommandLineOption screenshot(
+      QStringLiteral("screenshot"),
+      QStringLiteral("Write a picture of the workbench with a table dialog and its View SQL "
+                     "window to FILE (PNG) and quit."),
+      QStringLiteral("FILE"));
+  parser.addOption(screenshot);
   parser.addOption(db);
   parser.addOption(module);
   parser.addOption(settings);
@@ -81,6 +88,13 @@ int main(int argc, char** argv) {
            false);
   window.ModuleChanged();
 
+  if (parser.isSet(screenshot)) {
+    if (!wb::SaveScreenshot(window, parser.value(screenshot), &error)) {
+      std::fprintf(stderr, "workbench: %s\n", qPrintable(error));
+      return 1;
+    }
+    return 0;
+  }
   window.show();
   return app.exec();
 }
