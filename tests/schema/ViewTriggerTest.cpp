@@ -127,17 +127,33 @@ TEST(TriggerText, UpdateListUsesLoneCarriageReturns) {
 TEST(TriggerText, TemplateHasItsTwentyThreeLinesWithTrailingBlanks) {
   const QStringList lines = TCreateTriggerFrm::BodyTemplate("T1", FixedNow());
   ASSERT_EQ(lines.size(), 23);
-  EXPECT_EQ(lines[0], "DECLARE ");
-  EXPECT_EQ(lines[2], "/" + QString(78, '*') + " ");
-  EXPECT_EQ(lines[3], "   TRIGGER NAME :       T1 ");
-  EXPECT_EQ(lines[4], "   CREATE DATE  :       " +
-                          QLocale::system().toString(FixedNow(), QLocale::ShortFormat) + " ");
-  EXPECT_EQ(lines[5], "   NOTE         :        ");
-  EXPECT_EQ(lines[6], QString(78, '*') + "/ ");
-  EXPECT_EQ(lines[9], "");
-  EXPECT_EQ(lines[19], "END  T1; ");
-  EXPECT_EQ(lines[20] + lines[21], "");
-  EXPECT_EQ(lines[22], "/ ");
+  const QStringList expected{
+      "DECLARE ",
+      "tmpVar NUMBER; ",
+      "/" + QString(78, '*') + " ",
+      "   TRIGGER NAME :       T1 ",
+      "   CREATE DATE  :       " + QLocale::system().toString(FixedNow(), QLocale::ShortFormat) +
+          " ",
+      "   NOTE         :        ",
+      QString(78, '*') + "/ ",
+      "BEGIN ",
+      "   tmpVar := 0; ",
+      "",
+      "   SELECT MySeq.NEXTVAL INTO tmpVar FROM dual; ",
+      "   :NEW.SequenceColumn := tmpVar; ",
+      "   :NEW.CreatedDate := SYSDATE; ",
+      "   :NEW.CreatedUser := USER; ",
+      "",
+      "   EXCEPTION ",
+      "     WHEN OTHERS THEN ",
+      "       -- Consider logging the error and then re-raise ",
+      "       RAISE; ",
+      "END  T1; ",
+      "",
+      "",
+      "/ ",
+  };
+  for (int i = 0; i < lines.size(); ++i) EXPECT_EQ(lines[i], expected[i]) << "line " << i + 1;
 }
 
 TEST_F(Trigger, BlankPlsqlBodyBecomesTheTemplateButACallIsNeverReplaced) {
