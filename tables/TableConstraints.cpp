@@ -72,9 +72,12 @@ struct TConstraint {
     return out;
   }
   QStringList RefColumns() const { return Columns(true); }
-  // A primary key left without columns (its last Primary Key cell cleared, its columns
-  // dropped) is no key: it is never written as "PRIMARY KEY()".
-  bool IsEmptyKey() const { return Type() == kPrimary && Columns().isEmpty(); }
+  // A primary or unique key left without columns (its last Primary Key cell cleared, its pairs
+  // removed, its columns dropped) is no key: it is never written as "PRIMARY KEY()" or
+  // "UNIQUE()", which Oracle refuses.
+  bool IsEmptyKey() const {
+    return (Type() == kPrimary || Type() == kUnique) && Columns().isEmpty();
+  }
   int NextSeq() const {
     int seq = 0;
     for (const TConsPair& pair : Pairs) seq = qMax(seq, pair.Seq);
@@ -1019,7 +1022,7 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
       continue;
     }
     if (l.GoneWithColumn) continue;
-    // An emptied primary key is a drop the user asked for; the foreign keys of other tables
+    // An emptied key is a drop the user asked for; the foreign keys of other tables
     // that reference it go with it only when the user agrees, else the key stays.
     if (now.IsEmptyKey()) {
       const QList<TReferencingKey> referencing = referencingOf(before);

@@ -398,6 +398,29 @@ TEST_F(ConstraintPage, EmptiedKeysDroppedColumnsAndRenamedColumns) {
                                            CR1}));
 }
 
+// A unique key without pairs is no key either: nothing in CREATE TABLE, a drop in an alter.
+TEST_F(ConstraintPage, UniqueKeysWithoutPairsAreNeverWrittenEmpty) {
+  Page.AddCostraintBtnClick();
+  Edit(0, P::ccType, "UNIQUE");
+  EXPECT_EQ(Page.CreateClauses(), "");
+  AddPair(0, "B");
+  EXPECT_EQ(Page.CreateClauses(), CR1 + "  CONSTRAINT UNI_T UNIQUE(B),");
+
+  Page.SetTableColumns({"ID", "MAIL", "ORG", "DEPT_ID", "SAL"});
+  Page.LoadConstraints(Host.Host().CurrentDBInfo(), "HR", "EMP", {"ID", "MAIL", "ORG"});
+  int unique = -1;
+  for (int r = 0; r < List()->RowCount(); ++r)
+    if (List()->Cell(r, P::ccName) == "EMP_MAIL_UK") unique = r;
+  ASSERT_GE(unique, 0);
+  List()->SetFocusedRow(unique);
+  while (Pairs()->RowCount() > 0) {
+    Pairs()->SetFocusedRow(0);
+    Page.DropCostraintConditionBtnClick();
+  }
+  const QStringList lines = AlterLines();
+  EXPECT_FALSE(lines.join('\n').contains("UNIQUE()")) << lines.join('\n').toStdString();
+}
+
 // PRIMARY is offered again once the primary row is gone; unnamed keys are added with "ADD".
 TEST_F(ConstraintPage, PrimaryComesBackAndUnnamedKeysAreAddedBare) {
   LoadEmp();
