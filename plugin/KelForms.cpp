@@ -223,6 +223,11 @@ bool TKelBaseFrm::CheckFail(QLabel* label, QWidget* control, const QString& key)
   return CheckFail(label ? label->text() : QString(), control, key);
 }
 
+void TKelBaseFrm::DisconnectControls() {
+  for (QObject* child : FSelf->findChildren<QObject*>())
+    QObject::disconnect(child, nullptr, FSelf, nullptr);
+}
+
 bool LinkFlag(TXLink* link, const QString& name) {
   try {
     return StrToBool(link->ParamByString(name));

@@ -117,6 +117,10 @@ class TKelBaseFrm {
   void Guarded(const std::function<void()>& fn);
 
  protected:
+  // Called first in a form's destructor: the controls die after the form's own part, so their
+  // last signals (a tree list losing its current row) must not reach the handlers of a
+  // half-destroyed form.
+  void DisconnectControls();
   // The dialog's validation and statement build (into SqlMemo()), shared by both bases.
   virtual bool Validate() { return true; }
   virtual void BuildSql() {}

@@ -120,8 +120,7 @@ TCreateTriggerFrm::TCreateTriggerFrm(QWidget* owner)
 }
 
 TCreateTriggerFrm::~TCreateTriggerFrm() {
-  for (QObject* child : findChildren<QObject*>())
-    QObject::disconnect(child, nullptr, this, nullptr);
+  DisconnectControls();
   delete ui;
 }
 

@@ -103,10 +103,7 @@ TCreateViewFrm::TCreateViewFrm(QWidget* owner)
 }
 
 TCreateViewFrm::~TCreateViewFrm() {
-  // The controls die after this object's own part: their last signals must not reach the
-  // handlers of a half-destroyed form.
-  for (QObject* child : findChildren<QObject*>())
-    QObject::disconnect(child, nullptr, this, nullptr);
+  DisconnectControls();
   delete ui;
 }
 

@@ -134,10 +134,7 @@ TCreateTableFrm::TCreateTableFrm(QWidget* owner)
 }
 
 TCreateTableFrm::~TCreateTableFrm() {
-  // The controls die after this object's own part: their last signals (a tree list losing its
-  // current row) must not reach the handlers of a half-destroyed form.
-  for (QObject* child : findChildren<QObject*>())
-    QObject::disconnect(child, nullptr, this, nullptr);
+  DisconnectControls();
   delete ui;
 }
 
