@@ -116,8 +116,10 @@ void TCreateTypeFrm::LoadType() {
     q.ParamByName(QStringLiteral("P_NAME")) = FTypeName;
     q.Open();
     const QString qualified = FSchema + u'.' + FTypeName;
-    if (q.Eof() || Field(q, "TYPECODE") != u"OBJECT")
-      throw EKelError(Message("CreateTypeFrn.Gone", {qualified}));
+    if (q.Eof()) throw EKelError(Message("CreateTypeFrn.Gone", {qualified}));
+    // A collection (or any type that is not an object type) has a dialog of its own.
+    if (Field(q, "TYPECODE") != u"OBJECT")
+      throw EKelError(Message("CreateTypeFrn.NotObject", {qualified, Field(q, "TYPECODE")}));
     // A subtype is written UNDER its supertype; replacing it AS OBJECT would cut it loose.
     if (!Field(q, "SUPERTYPE_NAME").isEmpty())
       throw EKelError(
