@@ -58,6 +58,7 @@ TEST_F(Grid, EditCellEnforcesEachEditorKindAndSignalsEachCommit) {
   list.SetColumnEditable(2, true);
   EXPECT_TRUE(list.EditCell(0, 2, "10", &why));
   EXPECT_FALSE(list.EditCell(0, 2, "10000", &why));  // above the range
+  EXPECT_EQ(why, "\"10000\" is not a whole number from 0 to 9999");
   EXPECT_TRUE(list.EditCell(0, 3, "-84", &why));
   EXPECT_FALSE(list.EditCell(0, 3, "-85", &why));
   EXPECT_FALSE(list.EditCell(0, 3, "1.5", &why));
@@ -102,6 +103,8 @@ TEST_F(Grid, RowsAreAddedDeletedAndReadAsStrings) {
   EXPECT_EQ(list.RowCount(), 2);
   EXPECT_EQ(list.Cell(1, 0), "C");
   EXPECT_EQ(list.Cell(1, 99), "");
+  EXPECT_EQ(list.Cell(9, 0), "");  // no such row
+  EXPECT_EQ(list.Cell(-1, 0), "");
   EXPECT_EQ(rows.count(), 2);
   list.SelectRows({0, 1});
   EXPECT_EQ(list.SelectedRows(), QList<int>({0, 1}));
