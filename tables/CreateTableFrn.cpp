@@ -368,10 +368,8 @@ void TCreateTableFrm::ColumnTLEditValueChanged(int row, int column) {
     if (column == ccPk) ColumnTreeColumnPkPropertiesEditValueChanged(row);
     ApplyTypeRules(row);
     ApplyEditability(row);
-    if (column == ccName) {
-      ColumnRenamed(row);
-      PublishColumnNames();
-    }
+    if (column == ccName) ColumnRenamed(row);
+    if (column == ccName || column == ccType) PublishColumnNames();
   });
 }
 
@@ -434,6 +432,12 @@ QStringList TCreateTableFrm::ColumnNames() const {
 
 void TCreateTableFrm::PublishColumnNames() {
   FConstraints->SetTableColumns(ColumnNames());
+  QHash<QString, QString> types;
+  const TKelTreeList* list = ui->ColumnTL;
+  for (int r = 0; r < list->RowCount(); ++r)
+    if (const QString name = Trim(list->Cell(r, ccName)); !name.isEmpty())
+      types.insert(name, Trim(list->Cell(r, ccType)).toUpper());
+  FConstraints->SetTableColumnTypes(types);
 }
 
 void TCreateTableFrm::ConstraintPagePrimaryKeyDropped(const QStringList& columns) {

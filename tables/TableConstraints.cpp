@@ -295,6 +295,20 @@ bool ReAddable(const TConstraint& now, const QList<TReferencingKey>& keys) {
   });
 }
 
+// The first key column whose data type differs from the column it takes the place of, as
+// {old column, old type, new column, new type}; empty when every known type is kept. A foreign
+// key's columns match the old key's types, and Oracle refuses one whose types differ from the
+// key it references (ORA-02267), so it could not be created again on such a key.
+QStringList ChangedKeyType(const TConstraint& before, const TConstraint& now,
+                           const QHash<QString, QString>& types) {
+  const QStringList was = before.Columns(), is = now.Columns();
+  for (int i = 0; i < qMin(was.size(), is.size()); ++i) {
+    const QString from = types.value(was[i]), to = types.value(is[i]);
+    if (!from.isEmpty() && !to.isEmpty() && from != to) return {was[i], from, is[i], to};
+  }
+  return {};
+}
+
 QToolButton* ToolButton(QToolBar* bar, const char* name, const char* caption) {
   auto* button = new QToolButton(bar);
   button->setObjectName(QString::fromLatin1(name));
@@ -317,7 +331,8 @@ struct TTableConstraintPage::TPrivate {
 
   TEsDBInfo* DB = nullptr;
   QString TableName;
-  int Counter = 0;  // numbers constraints; never reused
+  QHash<QString, QString> ColumnTypes;  // the table's columns and their data types
+  int Counter = 0;                      // numbers constraints; never reused
 
   // The constraints, one per row of ConstTreeList in the same order: the list shows them, edits
   // of its cells are written back here and the rules run on this data.
@@ -657,6 +672,9 @@ void TTableConstraintPage::SetTableName(const QString& tableName) {
 }
 void TTableConstraintPage::SetTableColumns(const QStringList& columns) {
   d->ConstConditionTreeList->SetColumnItems(dcTblCol, columns);
+}
+void TTableConstraintPage::SetTableColumnTypes(const QHash<QString, QString>& types) {
+  d->ColumnTypes = types;
 }
 void TTableConstraintPage::SetSchemaList(const QStringList& schemas) {
   d->ConstTreeList->SetColumnItems(ccRefSchema, schemas);
@@ -1043,6 +1061,7 @@ void TTableConstraintPage::AlterConstraintSql(TSqlMemo& memo, const QString& sch
       const QList<TReferencingKey> referencing = referencingOf(before);
       if (!referencing.isEmpty()) {
         const bool agreed = ReAddable(now, referencing) &&
+                            ChangedKeyType(before, now, d->ColumnTypes).isEmpty() &&
                             d->Agreed(QString::number(idx) + u'|' + CreateClause(now),
                                       QStringLiteral("CreateTableFrm.ReferencedKey"),
                                       {before.Name(), QualifiedNames(referencing)}, answers);
@@ -1120,14 +1139,26 @@ bool TTableConstraintPage::ValidateKeyChanges(const QString& schema,
     if (!DefinitionChanged(l.Before, l.Now)) continue;
     if (l.Before.Type() != kPrimary && l.Before.Type() != kUnique) continue;
     const QList<TReferencingKey>& referencing = d->Referencing(schema, l.Before.Name());
-    if (referencing.isEmpty() || ReAddable(l.Now, referencing)) continue;
-    d->ConstTreeList->SetFocusedRow(l.Row);
-    const QString count = QString::number(referencing.first().Columns.size());
-    if (Application())
-      Application()->esMsgDBox(QStringLiteral("CreateTableFrm.ReferencedKeyColumns"),
-                               {l.Before.Name(), QualifiedNames(referencing), count, count},
-                               TMsgDlgType::Error, false);
-    return false;
+    if (referencing.isEmpty()) continue;
+    if (!ReAddable(l.Now, referencing)) {
+      d->ConstTreeList->SetFocusedRow(l.Row);
+      const QString count = QString::number(referencing.first().Columns.size());
+      if (Application())
+        Application()->esMsgDBox(QStringLiteral("CreateTableFrm.ReferencedKeyColumns"),
+                                 {l.Before.Name(), QualifiedNames(referencing), count, count},
+                                 TMsgDlgType::Error, false);
+      return false;
+    }
+    if (const QStringList changed = ChangedKeyType(l.Before, l.Now, d->ColumnTypes);
+        !changed.isEmpty()) {
+      d->ConstTreeList->SetFocusedRow(l.Row);
+      if (Application())
+        Application()->esMsgDBox(
+            QStringLiteral("CreateTableFrm.ReferencedKeyTypes"),
+            QStringList{l.Before.Name(), QualifiedNames(referencing)} + changed, TMsgDlgType::Error,
+            false);
+      return false;
+    }
   }
   return true;
 }

@@ -2,6 +2,7 @@
 // focused constraint, and the constraint text of CREATE TABLE and of ALTER TABLE.
 #pragma once
 
+#include <QHash>
 #include <QMap>
 #include <QStringList>
 #include <QWidget>
@@ -25,7 +26,10 @@ class TTableConstraintPage : public QWidget {
   // Context the table dialog keeps up to date.
   void SetTableName(const QString& tableName);       // trimmed; used for the automatic names
   void SetTableColumns(const QStringList& columns);  // "Table Column" pick list
-  void SetSchemaList(const QStringList& schemas);    // "Referenced Schema" pick list
+  // The data type of each column of the table, by name (upper case types, e.g. "NUMBER"): a key
+  // whose foreign keys are created again must keep its columns' types.
+  void SetTableColumnTypes(const QHash<QString, QString>& types);
+  void SetSchemaList(const QStringList& schemas);  // "Referenced Schema" pick list
 
   // The column list's Primary Key cell of `column` was ticked or cleared.
   void PrimaryKeyColumnChanged(const QString& column, bool checked);

@@ -541,6 +541,33 @@ TEST_F(ConstraintPage, AKeyChangeThatWouldLoseReferencingKeysIsRefused) {
   EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
 }
 
+// Same column count, another type in a key column: the foreign keys could not be created again
+// either, so the change is refused and nothing is built for it.
+TEST_F(ConstraintPage, AKeyColumnOfAnotherTypeIsRefusedWhenReferenced) {
+  LoadEmp();
+  Page.SetTableColumnTypes({{"MAIL", "VARCHAR2"},
+                            {"ORG", "NUMBER"},
+                            {"SAL", "NUMBER"},
+                            {"ID", "NUMBER"},
+                            {"DEPT_ID", "NUMBER"}});
+  List()->SetFocusedRow(1);  // EMP_MAIL_UK (MAIL,ORG), referenced by APP.ORD.ORD_EMP_FK
+  Pairs()->SetFocusedRow(0);
+  ASSERT_TRUE(Pairs()->EditCell(0, P::dcTblCol, "ID"));  // VARCHAR2 -> NUMBER
+  EXPECT_FALSE(Page.ValidateKeyChanges("HR", {}));
+  const auto refused = Host.EventsOf("message");
+  ASSERT_EQ(refused.size(), 1);
+  EXPECT_EQ(refused[0].value("key").toString(), "CreateTableFrm.ReferencedKeyTypes");
+  EXPECT_EQ(refused[0].value("args").toArray().at(2).toString(), "MAIL");
+  EXPECT_EQ(refused[0].value("args").toArray().at(3).toString(), "VARCHAR2");
+  EXPECT_EQ(refused[0].value("args").toArray().at(4).toString(), "ID");
+  EXPECT_EQ(AlterLines(), QStringList());  // never a drop that loses them
+
+  ASSERT_TRUE(Pairs()->EditCell(0, P::dcTblCol, "MAIL"));
+  ASSERT_TRUE(Pairs()->EditCell(1, P::dcTblCol, "SAL"));  // NUMBER for NUMBER: re-created
+  EXPECT_TRUE(Page.ValidateKeyChanges("HR", {}));
+  EXPECT_TRUE(AlterLines().join(u'|').contains("REFERENCES HR.EMP  (MAIL,SAL)"));
+}
+
 // Each row's pick lists come from its own data, whichever row has the focus.
 TEST_F(ConstraintPage, PickListsFollowEachRowsOwnReference) {
   Page.AddCostraintBtnClick();
