@@ -15,6 +15,7 @@
 #include "host/workbench/ObjectBrowser.h"
 #include "host/workbench/WorkbenchHost.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "tests/workbench/DemoWorkbench.h"
 
 namespace {
 
@@ -55,11 +56,9 @@ TEST(WorkbenchArrange, TileAndCascadeKeepEveryDialogAtLeastItsMinimumSize) {
   const QString module = wb::DefaultModulePath();
   if (!QFileInfo::exists(module)) GTEST_SKIP() << "module not built: " << module.toStdString();
   QTemporaryDir dir;
-  QString error;
-  auto connection = host::OpenConnection("demo:" + dir.filePath("demo.db"), &error);
-  ASSERT_TRUE(connection) << error.toStdString();
-  wb::TWorkbenchWindow window(std::move(connection), {"demo", dir.path()});
-  ASSERT_TRUE(window.Host().Module().Load(module, &error)) << error.toStdString();
+  const auto owned = test::DemoWorkbench(dir, module);
+  ASSERT_TRUE(owned);
+  wb::TWorkbenchWindow& window = *owned;
   window.ModuleChanged();
   window.resize(1900, 1600);
   window.show();

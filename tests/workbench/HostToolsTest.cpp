@@ -33,6 +33,7 @@
 #include "plugin/Dispatch.h"
 #include "plugin/KelEditor.h"
 #include "tests/support/TestHost.h"
+#include "tests/workbench/DemoWorkbench.h"
 
 namespace {
 
@@ -520,11 +521,9 @@ TEST(WorkbenchModuleKeys, EscapeCancelsTheTableDialogAskingWhenEdited) {
   const QString module = wb::DefaultModulePath();
   if (!QFileInfo::exists(module)) GTEST_SKIP() << "module not built";
   QTemporaryDir dir;
-  QString error;
-  auto connection = host::OpenConnection("demo:" + dir.filePath("demo.db"), &error);
-  ASSERT_TRUE(connection) << error.toStdString();
-  wb::TWorkbenchWindow window(std::move(connection), {"demo", dir.path()});
-  ASSERT_TRUE(window.Host().Module().Load(module, &error)) << error.toStdString();
+  const auto owned = test::DemoWorkbench(dir, module);
+  ASSERT_TRUE(owned);
+  wb::TWorkbenchWindow& window = *owned;
   QStringList asked;
   int answer = kel::mrNo;
   window.Host().SetMessageAnswerer([&](const wb::TMessageRequest& r) {

@@ -16,6 +16,7 @@
 #include "host/workbench/ObjectKinds.h"
 #include "host/workbench/WorkbenchHost.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "tests/workbench/DemoWorkbench.h"
 
 namespace {
 
@@ -37,12 +38,8 @@ struct TDemoWorkbench : ::testing::Test {
   void SetUp() override {
     const QString module = wb::DefaultModulePath();
     if (!QFileInfo::exists(module)) GTEST_SKIP() << "module not built";
-    QString error;
-    auto connection = host::OpenConnection("demo:" + Dir.filePath("demo.db"), &error);
-    ASSERT_TRUE(connection) << error.toStdString();
-    Window = std::make_unique<wb::TWorkbenchWindow>(std::move(connection),
-                                                    wb::TWorkbenchOptions{"demo", Dir.path()});
-    ASSERT_TRUE(Window->Host().Module().Load(module, &error)) << error.toStdString();
+    Window = test::DemoWorkbench(Dir, module);
+    ASSERT_TRUE(Window);
     Window->show();
   }
   QTemporaryDir Dir;

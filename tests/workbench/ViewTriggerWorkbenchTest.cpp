@@ -20,6 +20,7 @@
 #include "host/workbench/ObjectBrowser.h"
 #include "host/workbench/ObjectKinds.h"
 #include "host/workbench/WorkbenchWindow.h"
+#include "tests/workbench/DemoWorkbench.h"
 
 namespace {
 
@@ -41,12 +42,8 @@ class ViewTriggerWorkbench : public ::testing::Test {
   void SetUp() override {
     const QString module = wb::DefaultModulePath();
     if (!QFileInfo::exists(module)) GTEST_SKIP() << "module not built: " << module.toStdString();
-    QString error;
-    auto connection = host::OpenConnection("demo:" + FDir.filePath("demo.db"), &error);
-    ASSERT_TRUE(connection) << error.toStdString();
-    FWindow = std::make_unique<wb::TWorkbenchWindow>(std::move(connection),
-                                                     wb::TWorkbenchOptions{"demo", FDir.path()});
-    ASSERT_TRUE(FWindow->Host().Module().Load(module, &error)) << error.toStdString();
+    FWindow = test::DemoWorkbench(FDir, module);
+    ASSERT_TRUE(FWindow);
     FWindow->Host().SetMessageAnswerer([](const wb::TMessageRequest&) { return 6; });
     FWindow->show();
   }
